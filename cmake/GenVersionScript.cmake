@@ -1,0 +1,13 @@
+# Writes a linker version script that exports exactly the names of X(name)
+# lines in the export list IN, to OUT.
+file(READ "${IN}" text)
+string(REGEX REPLACE "/\\*([^*]|\\*+[^*/])*\\*+/" "" text "${text}")
+string(REGEX MATCHALL "X\\([A-Za-z0-9_]+\\)" items "${text}")
+set(body "{\n  global:\n")
+foreach(item IN LISTS items)
+  string(REGEX REPLACE "X\\(([A-Za-z0-9_]+)\\)" "\\1" name "${item}")
+  string(APPEND body "    ${name};\n")
+endforeach()
+string(APPEND body "  local:\n    *;\n};\n")
+file(WRITE "${OUT}.tmp" "${body}")
+file(COPY_FILE "${OUT}.tmp" "${OUT}" ONLY_IF_DIFFERENT)

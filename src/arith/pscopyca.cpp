@@ -1,0 +1,132 @@
+// Copy, Move, Set and Zero for every sample type. Copy, Move and Zero are
+// byte operations on length x element size bytes; Set fills a 16-byte pattern
+// of the value with SSE stores.
+#include <cstring>
+
+#include "check.h"
+#include "p8.h"
+#include "simd.h"
+
+namespace zvp::p8 {
+namespace {
+
+// Above this many bytes the fill bypasses the caches: the destination would
+// not fit them anyway, and streaming stores avoid reading it in first.
+constexpr std::size_t kStreamBytes = std::size_t(1) << 22;
+
+template <class T>
+bool allBytesEqual(const T& v) {
+    const auto* b = reinterpret_cast<const unsigned char*>(&v);
+    for (std::size_t i = 1; i < sizeof(T); ++i)
+        if (b[i] != b[0]) return false;
+    return true;
+}
+
+// Fills n bytes at d with the periodic pattern held in pat (period divides
+// 16, phase 0 at d).
+void fillPattern(unsigned char* d, std::size_t n, __m128i pat) {
+    alignas(16) unsigned char twice[32];
+    simd::store(twice, pat);
+    simd::store(twice + 16, pat);
+    if (n < 16) {
+        std::memcpy(d, twice, n);
+        return;
+    }
+    simd::storeu(d, pat);
+    const std::size_t head = (16 - (reinterpret_cast<std::uintptr_t>(d) & 15)) & 15;
+    const __m128i rot = simd::loadu(twice + head);  // pattern in phase at d + head
+    unsigned char* p = d + head;
+    unsigned char* const end = d + n;
+    if (n >= kStreamBytes) {
+        for (; p + 64 <= end; p += 64) {
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p), rot);
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p + 16), rot);
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p + 32), rot);
+            _mm_stream_si128(reinterpret_cast<__m128i*>(p + 48), rot);
+        }
+        _mm_sfence();
+    } else {
+        for (; p + 64 <= end; p += 64) {
+            simd::store(p, rot);
+            simd::store(p + 16, rot);
+            simd::store(p + 32, rot);
+            simd::store(p + 48, rot);
+        }
+    }
+    for (; p + 16 <= end; p += 16) simd::store(p, rot);
+    // Last 16 bytes, overlapping what is already written, in phase.
+    simd::storeu(end - 16, simd::loadu(twice + (n & 15)));
+}
+
+template <class T>
+__m128i patternOf(const T& v) {
+    static_assert(16 % sizeof(T) == 0);
+    alignas(16) unsigned char b[16];
+    for (std::size_t i = 0; i < 16; i += sizeof(T)) std::memcpy(b + i, &v, sizeof(T));
+    return simd::load(b);
+}
+
+template <class T>
+ZvpStatus copyImpl(const T* s, T* d, int len) {
+    ZVP_CHECK_PTRS(s, d);
+    ZVP_CHECK_LENS(len);
+    std::memcpy(d, s, std::size_t(len) * sizeof(T));
+    return zvpStsNoErr;
+}
+
+template <class T>
+ZvpStatus moveImpl(const T* s, T* d, int len) {
+    ZVP_CHECK_PTRS(s, d);
+    ZVP_CHECK_LENS(len);
+    std::memmove(d, s, std::size_t(len) * sizeof(T));
+    return zvpStsNoErr;
+}
+
+template <class T>
+ZvpStatus setImpl(T v, T* d, int len) {
+    ZVP_CHECK_PTRS(d);
+    ZVP_CHECK_LENS(len);
+    const std::size_t n = std::size_t(len) * sizeof(T);
+    if (allBytesEqual(v))
+        std::memset(d, *reinterpret_cast<const unsigned char*>(&v), n);
+    else
+        fillPattern(reinterpret_cast<unsigned char*>(d), n, patternOf(v));
+    return zvpStsNoErr;
+}
+
+template <class T>
+ZvpStatus zeroImpl(T* d, int len) {
+    ZVP_CHECK_PTRS(d);
+    ZVP_CHECK_LENS(len);
+    std::memset(d, 0, std::size_t(len) * sizeof(T));
+    return zvpStsNoErr;
+}
+
+}  // namespace
+
+#define ZVP_COPY_FAMILY(T)                                                   \
+    ZvpStatus zvpsCopy_##T(const Zvp##T* s, Zvp##T* d, int len) {            \
+        return copyImpl(s, d, len);                                          \
+    }                                                                        \
+    ZvpStatus zvpsMove_##T(const Zvp##T* s, Zvp##T* d, int len) {            \
+        return moveImpl(s, d, len);                                          \
+    }                                                                        \
+    ZvpStatus zvpsSet_##T(Zvp##T v, Zvp##T* d, int len) {                    \
+        return setImpl(v, d, len);                                           \
+    }                                                                        \
+    ZvpStatus zvpsZero_##T(Zvp##T* d, int len) { return zeroImpl(d, len); }
+
+ZVP_COPY_FAMILY(8u)
+ZVP_COPY_FAMILY(16s)
+ZVP_COPY_FAMILY(16sc)
+ZVP_COPY_FAMILY(32s)
+ZVP_COPY_FAMILY(32sc)
+ZVP_COPY_FAMILY(32f)
+ZVP_COPY_FAMILY(32fc)
+ZVP_COPY_FAMILY(64s)
+ZVP_COPY_FAMILY(64sc)
+ZVP_COPY_FAMILY(64f)
+ZVP_COPY_FAMILY(64fc)
+#undef ZVP_COPY_FAMILY
+
+}  // namespace zvp::p8
