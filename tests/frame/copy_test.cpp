@@ -1,0 +1,274 @@
+// Copy, Move, Set, Zero and Flip over every type; bit-string copies.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+#include <vector>
+
+#include "sentinel.h"
+#include "zvps.h"
+
+namespace {
+
+using zvp::test::GuardedBuffer;
+
+// Per-type entry points, so each family is tested once over all its types.
+template <class T>
+struct Ops;
+#define ZVP_OPS(T)                                                                     \
+    template <>                                                                        \
+    struct Ops<Zvp##T> {                                                               \
+        static ZvpStatus copy(const Zvp##T* s, Zvp##T* d, int n) { return zvpsCopy_##T(s, d, n); } \
+        static ZvpStatus move(const Zvp##T* s, Zvp##T* d, int n) { return zvpsMove_##T(s, d, n); } \
+        static ZvpStatus set(Zvp##T v, Zvp##T* d, int n) { return zvpsSet_##T(v, d, n); }          \
+        static ZvpStatus zero(Zvp##T* d, int n) { return zvpsZero_##T(d, n); }                     \
+    };
+ZVP_OPS(8u)
+ZVP_OPS(16s)
+ZVP_OPS(16sc)
+ZVP_OPS(32s)
+ZVP_OPS(32sc)
+ZVP_OPS(32f)
+ZVP_OPS(32fc)
+ZVP_OPS(64s)
+ZVP_OPS(64sc)
+ZVP_OPS(64f)
+ZVP_OPS(64fc)
+#undef ZVP_OPS
+
+template <class T>
+T randomValue(std::mt19937& rng) {
+    T v;
+    unsigned char b[sizeof(T)];
+    for (auto& x : b) x = static_cast<unsigned char>(rng() | 1);  // never all-equal bytes by chance
+    b[0] = static_cast<unsigned char>(b[0] ^ 0x40);
+    std::memcpy(&v, b, sizeof(T));
+    return v;
+}
+
+template <class T>
+class CopyFamily : public ::testing::Test {};
+using AllTypes = ::testing::Types<Zvp8u, Zvp16s, Zvp16sc, Zvp32s, Zvp32sc, Zvp32f, Zvp32fc,
+                                  Zvp64s, Zvp64sc, Zvp64f, Zvp64fc>;
+TYPED_TEST_SUITE(CopyFamily, AllTypes);
+
+TYPED_TEST(CopyFamily, ChecksPointersBeforeLengthAndWritesNothing) {
+    using T = TypeParam;
+    using O = Ops<T>;
+    GuardedBuffer dst(4 * sizeof(T));
+    T src[4] = {};
+    T v = {};
+    for (int len : {0, -1}) {
+        EXPECT_EQ(O::copy(nullptr, dst.as<T>(), len), zvpStsNullPtrErr);
+        EXPECT_EQ(O::copy(src, nullptr, len), zvpStsNullPtrErr);
+        EXPECT_EQ(O::copy(src, dst.as<T>(), len), zvpStsSizeErr);
+        EXPECT_EQ(O::move(nullptr, dst.as<T>(), len), zvpStsNullPtrErr);
+        EXPECT_EQ(O::move(src, dst.as<T>(), len), zvpStsSizeErr);
+        EXPECT_EQ(O::set(v, nullptr, len), zvpStsNullPtrErr);
+        EXPECT_EQ(O::set(v, dst.as<T>(), len), zvpStsSizeErr);
+        EXPECT_EQ(O::zero(nullptr, len), zvpStsNullPtrErr);
+        EXPECT_EQ(O::zero(dst.as<T>(), len), zvpStsSizeErr);
+    }
+    EXPECT_TRUE(dst.untouched());
+}
+
+TYPED_TEST(CopyFamily, EveryLengthAndAlignmentStaysInBounds) {
+    using T = TypeParam;
+    using O = Ops<T>;
+    std::mt19937 rng(7);
+    for (std::size_t mis : {std::size_t(0), sizeof(T) == 1 ? std::size_t(3) : sizeof(T) / 2, std::size_t(8)}) {
+        for (int n = 1; n <= 130; ++n) {
+            const std::size_t bytes = n * sizeof(T);
+            const auto srcBytes = zvp::test::randomBytes(bytes, n);
+            GuardedBuffer src(bytes, mis);
+            std::memcpy(src.data(), srcBytes.data(), bytes);
+
+            GuardedBuffer d(bytes, (mis * 3) % 16);
+            ASSERT_EQ(O::copy(src.as<T>(), d.as<T>(), n), zvpStsNoErr);
+            EXPECT_EQ(std::memcmp(d.data(), srcBytes.data(), bytes), 0) << n;
+            EXPECT_TRUE(d.guardsIntact()) << n;
+
+            const T v = randomValue<T>(rng);
+            ASSERT_EQ(O::set(v, d.as<T>(), n), zvpStsNoErr);
+            for (int i = 0; i < n; ++i)
+                ASSERT_EQ(std::memcmp(d.data() + i * sizeof(T), &v, sizeof(T)), 0) << n << " " << i;
+            EXPECT_TRUE(d.guardsIntact()) << n;
+
+            ASSERT_EQ(O::zero(d.as<T>(), n), zvpStsNoErr);
+            for (std::size_t i = 0; i < bytes; ++i) ASSERT_EQ(d.data()[i], 0);
+            EXPECT_TRUE(d.guardsIntact()) << n;
+        }
+    }
+}
+
+TYPED_TEST(CopyFamily, MoveHandlesOverlapBothWays) {
+    using T = TypeParam;
+    using O = Ops<T>;
+    for (int n : {1, 7, 33, 130}) {
+        for (int shift : {1, 3, 16}) {
+            const std::size_t total = (n + shift) * sizeof(T);
+            const auto init = zvp::test::randomBytes(total, n * 31 + shift);
+            std::vector<unsigned char> expect(init);
+            // Right: elements [0, n) to [shift, shift + n).
+            std::memmove(expect.data() + shift * sizeof(T), init.data(), n * sizeof(T));
+            GuardedBuffer b(total, 4);
+            std::memcpy(b.data(), init.data(), total);
+            ASSERT_EQ(O::move(b.as<T>(), b.as<T>() + shift, n), zvpStsNoErr);
+            EXPECT_EQ(std::memcmp(b.data(), expect.data(), total), 0);
+            // Left: elements [shift, shift + n) to [0, n).
+            expect = init;
+            std::memmove(expect.data(), init.data() + shift * sizeof(T), n * sizeof(T));
+            std::memcpy(b.data(), init.data(), total);
+            ASSERT_EQ(O::move(b.as<T>() + shift, b.as<T>(), n), zvpStsNoErr);
+            EXPECT_EQ(std::memcmp(b.data(), expect.data(), total), 0);
+            EXPECT_TRUE(b.guardsIntact());
+        }
+    }
+}
+
+TEST(Set, ComplexPairIsWrittenAsGiven) {
+    Zvp16sc d[5];
+    ASSERT_EQ(zvpsSet_16sc(Zvp16sc{1, -1}, d, 5), zvpStsNoErr);
+    for (const auto& z : d) {
+        EXPECT_EQ(z.re, 1);
+        EXPECT_EQ(z.im, -1);
+    }
+}
+
+TEST(Set, LargeFillTakesTheStreamingPathCorrectly) {
+    const int n = (1 << 22) / 4 + 13;  // beyond the streaming threshold, odd tail
+    GuardedBuffer d(n * sizeof(Zvp32f), 4);
+    ASSERT_EQ(zvpsSet_32f(1.5f, d.as<Zvp32f>(), n), zvpStsNoErr);
+    for (int i = 0; i < n; ++i) ASSERT_EQ(d.as<Zvp32f>()[i], 1.5f) << i;
+    EXPECT_TRUE(d.guardsIntact());
+}
+
+// Flip ------------------------------------------------------------------
+
+template <class T>
+struct FlipOps;
+#define ZVP_FLIP_OPS(T)                                                                  \
+    template <>                                                                          \
+    struct FlipOps<Zvp##T> {                                                             \
+        static ZvpStatus flip(const Zvp##T* s, Zvp##T* d, int n) { return zvpsFlip_##T(s, d, n); } \
+        static ZvpStatus flipI(Zvp##T* v, int n) { return zvpsFlip_##T##_I(v, n); }                \
+    };
+ZVP_FLIP_OPS(8u)
+ZVP_FLIP_OPS(16u)
+ZVP_FLIP_OPS(32f)
+ZVP_FLIP_OPS(32fc)
+ZVP_FLIP_OPS(64f)
+ZVP_FLIP_OPS(64fc)
+#undef ZVP_FLIP_OPS
+
+template <class T>
+class Flip : public ::testing::Test {};
+using FlipTypes = ::testing::Types<Zvp8u, Zvp16u, Zvp32f, Zvp32fc, Zvp64f, Zvp64fc>;
+TYPED_TEST_SUITE(Flip, FlipTypes);
+
+TYPED_TEST(Flip, ReversesWholeElementsInAndOutOfPlace) {
+    using T = TypeParam;
+    using O = FlipOps<T>;
+    for (std::size_t mis : {std::size_t(0), std::size_t(4)}) {
+        for (int n = 1; n <= 67; ++n) {
+            const std::size_t bytes = n * sizeof(T);
+            const auto init = zvp::test::randomBytes(bytes, n + 100);
+            std::vector<unsigned char> expect(bytes);
+            for (int i = 0; i < n; ++i)
+                std::memcpy(&expect[i * sizeof(T)], &init[(n - 1 - i) * sizeof(T)], sizeof(T));
+
+            GuardedBuffer s(bytes, mis), d(bytes, mis + 8);
+            std::memcpy(s.data(), init.data(), bytes);
+            ASSERT_EQ(O::flip(s.template as<T>(), d.template as<T>(), n), zvpStsNoErr);
+            EXPECT_EQ(std::memcmp(d.data(), expect.data(), bytes), 0) << n;
+            EXPECT_TRUE(d.guardsIntact());
+            EXPECT_EQ(std::memcmp(s.data(), init.data(), bytes), 0) << "source untouched";
+
+            ASSERT_EQ(O::flipI(s.template as<T>(), n), zvpStsNoErr);
+            EXPECT_EQ(std::memcmp(s.data(), expect.data(), bytes), 0) << n;
+            EXPECT_TRUE(s.guardsIntact());
+
+            // Equal pointers: the out-of-place form runs in place.
+            ASSERT_EQ(O::flip(s.template as<T>(), s.template as<T>(), n), zvpStsNoErr);
+            EXPECT_EQ(std::memcmp(s.data(), init.data(), bytes), 0) << n;
+        }
+    }
+}
+
+TYPED_TEST(Flip, ErrorsWriteNothing) {
+    using T = TypeParam;
+    using O = FlipOps<T>;
+    GuardedBuffer d(4 * sizeof(T));
+    T s[4] = {};
+    EXPECT_EQ(O::flip(nullptr, d.template as<T>(), 0), zvpStsNullPtrErr);
+    EXPECT_EQ(O::flip(s, nullptr, 4), zvpStsNullPtrErr);
+    EXPECT_EQ(O::flip(s, d.template as<T>(), 0), zvpStsSizeErr);
+    EXPECT_EQ(O::flipI(nullptr, 0), zvpStsNullPtrErr);
+    EXPECT_EQ(O::flipI(d.template as<T>(), -3), zvpStsSizeErr);
+    // Equal null pointers are redirected to the in-place form, which reports -8.
+    EXPECT_EQ(O::flip(nullptr, nullptr, 4), zvpStsNullPtrErr);
+    EXPECT_TRUE(d.untouched());
+}
+
+// Bit strings -----------------------------------------------------------
+
+// Reference: bit b of a string with byte pointer p and bit offset off, in
+// the given numbering, one bit at a time.
+bool getBit(const Zvp8u* p, long pos, bool msbFirst) {
+    const int k = static_cast<int>(pos % 8);
+    return (p[pos / 8] >> (msbFirst ? 7 - k : k)) & 1;
+}
+void putBit(Zvp8u* p, long pos, bool bit, bool msbFirst) {
+    const int k = static_cast<int>(pos % 8);
+    const Zvp8u w = static_cast<Zvp8u>(1u << (msbFirst ? 7 - k : k));
+    p[pos / 8] = static_cast<Zvp8u>(bit ? (p[pos / 8] | w) : (p[pos / 8] & ~w));
+}
+
+using BitCopy = ZvpStatus (*)(const Zvp8u*, int, Zvp8u*, int, int);
+
+void checkBitCopy(BitCopy fn, bool msbFirst) {
+    const auto src = zvp::test::randomBytes(40, 1);
+    const auto init = zvp::test::randomBytes(40, 2);
+    for (int so = 0; so < 8; ++so) {
+        for (int dOff = 0; dOff < 8; ++dOff) {
+            for (int len = 1; len <= 130; ++len) {
+                std::vector<Zvp8u> want(init), got(init);
+                for (int j = 0; j < len; ++j)
+                    putBit(want.data(), dOff + j, getBit(src.data(), so + j, msbFirst), msbFirst);
+                ASSERT_EQ(fn(src.data(), so, got.data(), dOff, len), zvpStsNoErr);
+                ASSERT_EQ(got, want) << "src offset " << so << " dst offset " << dOff << " len " << len;
+            }
+        }
+    }
+    // Offsets of 8 and more address later bytes.
+    std::vector<Zvp8u> want(init), got(init);
+    for (int j = 0; j < 77; ++j) putBit(want.data(), 19 + j, getBit(src.data(), 13 + j, msbFirst), msbFirst);
+    ASSERT_EQ(fn(src.data(), 13, got.data(), 19, 77), zvpStsNoErr);
+    EXPECT_EQ(got, want);
+}
+
+TEST(BitCopy, MsbFirstMatchesBitByBitOracle) { checkBitCopy(zvpsCopy_1u, true); }
+TEST(BitCopy, LeIsTheSameOperation) { checkBitCopy(zvpsCopyLE_1u, true); }
+TEST(BitCopy, LsbFirstMatchesBitByBitOracle) { checkBitCopy(zvpsCopyBE_1u, false); }
+
+TEST(BitCopy, ThreeBitsFromOffsetSix) {
+    const Zvp8u src[2] = {0x03, 0x80};
+    Zvp8u dst = 0x15;
+    ASSERT_EQ(zvpsCopy_1u(src, 6, &dst, 0, 3), zvpStsNoErr);
+    EXPECT_EQ(dst, 0xF5);  // 111 on top, the low five bits 10101 kept
+}
+
+TEST(BitCopy, ChecksWriteNothing) {
+    const Zvp8u src[4] = {1, 2, 3, 4};
+    GuardedBuffer d(4);
+    for (BitCopy fn : {zvpsCopy_1u, zvpsCopyLE_1u, zvpsCopyBE_1u}) {
+        EXPECT_EQ(fn(nullptr, 0, d.data(), 0, 0), zvpStsNullPtrErr);
+        EXPECT_EQ(fn(src, 0, nullptr, 0, 8), zvpStsNullPtrErr);
+        EXPECT_EQ(fn(src, 0, d.data(), 0, 0), zvpStsSizeErr);
+        EXPECT_EQ(fn(src, -1, d.data(), 0, 8), zvpStsSizeErr);
+        EXPECT_EQ(fn(src, 0, d.data(), -1, 8), zvpStsSizeErr);
+    }
+    EXPECT_TRUE(d.untouched());
+}
+
+}  // namespace
