@@ -32,6 +32,9 @@ endif()
 
 # find_package
 set(args -G Ninja -S ${SOURCE_DIR} -B ${WORK_DIR}/cm -DCMAKE_PREFIX_PATH=${prefix})
+if(CFLAGS)
+  list(APPEND args "-DCMAKE_C_FLAGS=${CFLAGS}" "-DCMAKE_EXE_LINKER_FLAGS=${CFLAGS}")
+endif()
 if(TOOLCHAIN)
   list(APPEND args -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
 endif()
