@@ -1,6 +1,7 @@
 // Copy, Move, Set and Zero for every sample type. Copy, Move and Zero are
 // byte operations on length x element size bytes; Set fills a 16-byte pattern
 // of the value with SSE stores.
+#include <cstdint>
 #include <cstring>
 
 #include "check.h"
@@ -12,7 +13,20 @@ namespace {
 
 // Above this many bytes the fill bypasses the caches: the destination would
 // not fit them anyway, and streaming stores avoid reading it in first.
-constexpr std::size_t kStreamBytes = std::size_t(1) << 22;
+constexpr std::size_t kStreamBytes = std::size_t(24) << 20;
+// From this many bytes up to kStreamBytes, patterns of up to one machine word
+// are filled with the processor's string store, which uses its widest stores.
+constexpr std::size_t kStringStoreBytes = 2048;
+
+using Word = std::uintptr_t;
+
+void stringStore(void* d, Word pattern, std::size_t words) {
+#if defined(__x86_64__)
+    __asm__ volatile("rep stosq" : "+D"(d), "+c"(words) : "a"(pattern) : "memory");
+#else
+    __asm__ volatile("rep stosl" : "+D"(d), "+c"(words) : "a"(pattern) : "memory");
+#endif
+}
 
 template <class T>
 bool allBytesEqual(const T& v) {
@@ -22,9 +36,9 @@ bool allBytesEqual(const T& v) {
     return true;
 }
 
-// Fills n bytes at d with the periodic pattern held in pat (period divides
-// 16, phase 0 at d).
-void fillPattern(unsigned char* d, std::size_t n, __m128i pat) {
+// Fills n bytes at d with the periodic pattern held in pat (period bytes,
+// dividing 16; phase 0 at d).
+void fillPattern(unsigned char* d, std::size_t n, __m128i pat, std::size_t period) {
     alignas(16) unsigned char twice[32];
     simd::store(twice, pat);
     simd::store(twice + 16, pat);
@@ -45,6 +59,13 @@ void fillPattern(unsigned char* d, std::size_t n, __m128i pat) {
             _mm_stream_si128(reinterpret_cast<__m128i*>(p + 48), rot);
         }
         _mm_sfence();
+    } else if (period <= sizeof(Word) && n >= kStringStoreBytes) {
+        // p is 16-byte aligned, so the word at p is in phase at rot's start.
+        Word w;
+        std::memcpy(&w, twice + head, sizeof w);
+        const std::size_t words = std::size_t(end - p) / sizeof(Word);
+        stringStore(p, w, words);
+        p += words * sizeof(Word);
     } else {
         for (; p + 64 <= end; p += 64) {
             simd::store(p, rot);
@@ -90,7 +111,7 @@ ZvpStatus setImpl(T v, T* d, int len) {
     if (allBytesEqual(v))
         std::memset(d, *reinterpret_cast<const unsigned char*>(&v), n);
     else
-        fillPattern(reinterpret_cast<unsigned char*>(d), n, patternOf(v));
+        fillPattern(reinterpret_cast<unsigned char*>(d), n, patternOf(v), sizeof(T));
     return zvpStsNoErr;
 }
 
