@@ -65,7 +65,7 @@ TYPED_TEST(LogicTest, MatchesOracleAtEveryLengthAndAlignment) {
         const auto a = randomVec<T>(n, n), b = randomVec<T>(n, n + 1000);
         const T c = static_cast<T>(0x5A3C96E1u);
         for (int w = 0; w < 3; ++w) {
-            GuardedBuffer d(n * sizeof(T), 2), e(n * sizeof(T), 6);
+            GuardedBuffer d(n * sizeof(T), alignof(T)), e(n * sizeof(T), 3 * alignof(T));
             ASSERT_EQ(L::op(w, a.data(), b.data(), d.as<T>(), n), zvpStsNoErr);
             ASSERT_EQ(L::opC(w, a.data(), c, e.as<T>(), n), zvpStsNoErr);
             for (int i = 0; i < n; ++i) {
@@ -165,7 +165,7 @@ TYPED_TEST(ShiftTest, EveryCountMatchesOracleInAndOutOfPlace) {
         const auto a = randomVec<T>(n, n * 3);
         for (bool left : {true, false}) {
             for (int k = 0; k <= w + 3; ++k) {
-                GuardedBuffer d(n * sizeof(T), 3);
+                GuardedBuffer d(n * sizeof(T), alignof(T));
                 ASSERT_EQ(S::out(left, a.data(), k, d.template as<T>(), n), zvpStsNoErr);
                 std::vector<T> x(a);
                 ASSERT_EQ(S::in(left, k, x.data(), n), zvpStsNoErr);

@@ -76,7 +76,7 @@ TYPED_TEST(CopyFamily, EveryLengthAndAlignmentStaysInBounds) {
     using T = TypeParam;
     using O = Ops<T>;
     std::mt19937 rng(7);
-    for (std::size_t mis : {std::size_t(0), sizeof(T) == 1 ? std::size_t(3) : sizeof(T) / 2, std::size_t(8)}) {
+    for (std::size_t mis : {std::size_t(0), alignof(T), std::size_t(8)}) {
         for (int n = 1; n <= 130; ++n) {
             const std::size_t bytes = n * sizeof(T);
             const auto srcBytes = zvp::test::randomBytes(bytes, n);
@@ -111,7 +111,7 @@ TYPED_TEST(CopyFamily, MoveHandlesOverlapBothWays) {
             std::vector<unsigned char> expect(init);
             // Right: elements [0, n) to [shift, shift + n).
             std::memmove(expect.data() + shift * sizeof(T), init.data(), n * sizeof(T));
-            GuardedBuffer b(total, 4);
+            GuardedBuffer b(total, alignof(T));
             std::memcpy(b.data(), init.data(), total);
             ASSERT_EQ(O::move(b.as<T>(), b.as<T>() + shift, n), zvpStsNoErr);
             EXPECT_EQ(std::memcmp(b.data(), expect.data(), total), 0);
@@ -169,7 +169,7 @@ TYPED_TEST_SUITE(Flip, FlipTypes);
 TYPED_TEST(Flip, ReversesWholeElementsInAndOutOfPlace) {
     using T = TypeParam;
     using O = FlipOps<T>;
-    for (std::size_t mis : {std::size_t(0), std::size_t(4)}) {
+    for (std::size_t mis : {std::size_t(0), alignof(T)}) {
         for (int n = 1; n <= 67; ++n) {
             const std::size_t bytes = n * sizeof(T);
             const auto init = zvp::test::randomBytes(bytes, n + 100);

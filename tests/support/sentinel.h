@@ -11,7 +11,8 @@ namespace zvp::test {
 constexpr unsigned char kSentinelByte = 0xA5;
 
 // A byte buffer with room for `bytes` at an offset `misalign` from a 64-byte
-// boundary, surrounded by sentinel bytes that the code under test must not
+// boundary (keep misalign a multiple of the element's alignment: a pointer
+// misaligned for its type is undefined behaviour, and UBSan says so), surrounded by sentinel bytes that the code under test must not
 // touch.
 class GuardedBuffer {
 public:
