@@ -52,7 +52,9 @@ constexpr D shiftLeftSaturate(W r, int k) noexcept {
     using L = std::numeric_limits<D>;
     if (r == 0) return D(0);
     if constexpr (std::is_signed_v<D>) {
-        if (k >= 64 - 1) return r > 0 ? L::max() : L::min();
+        // Beyond the destination's value bits every non-zero R saturates (the
+        // shifted-down minimum below would floor to -1 and let -1 through).
+        if (k >= 64 - 1 || k > L::digits) return r > 0 ? L::max() : L::min();
         // Compare against the bounds shifted down, so nothing overflows.
         const std::int64_t wr = std::int64_t(r);
         if (wr > (std::int64_t(L::max()) >> k)) return L::max();

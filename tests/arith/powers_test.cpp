@@ -1,0 +1,1092 @@
+// Abs, Sqr, Sqrt, Cubrt, Exp, Ln, 10Log10, SumLn, Arctan and Normalize
+// through the exported functions: check order and untouched destinations on
+// error, warnings, integer results against exact oracles (integer search for
+// roots, long double for the transcendental functions, skipping the rare
+// values the long double oracle cannot decide), float results within stated
+// ulp bounds of long double, lengths 1..67 on misaligned buffers, and in
+// place equal to out of place.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "sentinel.h"
+#include "zvps.h"
+
+namespace {
+
+using zvp::test::GuardedBuffer;
+
+// ---- Helpers -----------------------------------------------------------------
+
+template <class T>
+std::vector<T> randomInts(int n, std::uint32_t seed, std::int64_t lo, std::int64_t hi) {
+    std::mt19937_64 rng(seed);
+    std::uniform_int_distribution<std::int64_t> dist(lo, hi);
+    std::vector<T> v(static_cast<std::size_t>(n));
+    for (auto& x : v) x = T(dist(rng));
+    return v;
+}
+
+template <class F>
+std::vector<F> randomReals(int n, std::uint32_t seed, double lo, double hi) {
+    std::mt19937 rng(seed);
+    std::uniform_real_distribution<double> dist(lo, hi);
+    std::vector<F> v(static_cast<std::size_t>(n));
+    for (auto& x : v) x = F(dist(rng));
+    return v;
+}
+
+// The ulp of the float (or double) nearest to ref, gradual underflow included.
+template <class F>
+long double ulpAt(long double ref) {
+    constexpr int digits = std::numeric_limits<F>::digits;
+    constexpr int minExp = std::numeric_limits<F>::min_exponent;  // 2^(minExp-1) = smallest normal
+    int e = 0;
+    std::frexp(std::fabs(ref), &e);
+    if (e < minExp) e = minExp;
+    return std::ldexp(1.0L, e - digits);
+}
+
+template <class F>
+long double ulpError(F got, long double ref) {
+    if (std::isnan(ref)) return std::isnan(got) ? 0.0L : 1e30L;
+    const F rounded = F(ref);
+    if (std::isinf(rounded)) return got == rounded ? 0.0L : 1e30L;
+    return std::fabs(static_cast<long double>(got) - ref) / ulpAt<F>(ref);
+}
+
+// Rounds v to the nearest integer, ties to even, clamped to [lo, hi];
+// ambiguous is set when v lies within tol of a half-integer, where an oracle
+// with relative error tol cannot decide.
+long double roundClamp(long double v, long double lo, long double hi, long double tol, bool* ambiguous) {
+    if (ambiguous) {
+        const long double f = v - std::floor(v);
+        *ambiguous = std::fabs(f - 0.5L) <= tol * std::fabs(v) + 1e-300L && v > lo - 1 && v < hi + 1;
+    }
+    long double r = std::nearbyint(v);
+    if (r < lo) r = lo;
+    if (r > hi) r = hi;
+    return r;
+}
+
+// Unsigned 128-bit values for the exact root oracles.
+struct W128 {
+    std::uint64_t hi, lo;
+};
+bool lessEq(W128 a, W128 b) { return a.hi != b.hi ? a.hi < b.hi : a.lo <= b.lo; }
+W128 mulWide(std::uint64_t a, std::uint64_t b) {
+    // Schoolbook on 32-bit halves.
+    const std::uint64_t al = std::uint32_t(a), ah = a >> 32, bl = std::uint32_t(b), bh = b >> 32;
+    const std::uint64_t ll = al * bl, lh = al * bh, hl = ah * bl, hh = ah * bh;
+    const std::uint64_t cross = (ll >> 32) + std::uint32_t(lh) + std::uint32_t(hl);
+    return {hh + (lh >> 32) + (hl >> 32) + (cross >> 32), (cross << 32) | std::uint32_t(ll)};
+}
+W128 shiftLeft(W128 a, int k) {  // assumes no bits are lost
+    if (k == 0) return a;
+    if (k >= 64) return {a.lo << (k - 64), 0};
+    return {(a.hi << k) | (a.lo >> (64 - k)), a.lo << k};
+}
+int cmp(W128 a, W128 b) { return lessEq(a, b) ? (lessEq(b, a) ? 0 : -1) : 1; }
+
+// round(sqrt(x) * 2^-sf), ties to even, saturated to maxOut, by integer
+// search. Compares x * 4^-sf with (m + 1/2)^2 exactly, scaled to integers:
+//   sf >= 1: x           vs (2m+1)^2 * 4^(sf-1)
+//   sf <= 0: x * 4^(1-sf) vs (2m+1)^2
+// Valid while the compared values fit 128 bits (the tests keep them so).
+std::uint64_t refSqrtScaled(std::uint64_t x, int sf, std::uint64_t maxOut) {
+    auto sideOf = [&](std::uint64_t m) {  // sign of value - (m + 1/2)
+        const W128 odd2 = mulWide(2 * m + 1, 2 * m + 1);
+        if (sf >= 1) {
+            if (2 * (sf - 1) >= 64) return -1;  // the right side is at least 2^64 > x
+            return cmp({0, x}, shiftLeft(odd2, 2 * (sf - 1)));
+        }
+        return cmp(shiftLeft({0, x}, 2 * (1 - sf)), odd2);
+    };
+    // The largest m with value >= m - 1/2, by bisection on [0, bound]; the
+    // bound (a long double estimate plus margin) only limits the search.
+    const long double est = std::ldexp(std::sqrt(static_cast<long double>(x)), -sf) + 2;
+    std::uint64_t lo = 0, hi = est < static_cast<long double>(maxOut) ? std::uint64_t(est) : maxOut;
+    while (lo < hi) {
+        const std::uint64_t mid = lo + (hi - lo + 1) / 2;
+        if (sideOf(mid - 1) >= 0) lo = mid;  // value >= mid - 1/2
+        else hi = mid - 1;
+    }
+    // A tie at lo - 1/2 belongs to the even neighbour.
+    if (lo > 0 && sideOf(lo - 1) == 0 && (lo & 1)) --lo;
+    return lo;
+}
+
+// round(cbrt(x) * 2^-sf) for |x| < 2^31, ties to even, saturated to 16 bits,
+// by comparing |x| * 8^-sf with (m + 1/2)^3 exactly (scaled to integers:
+// |x| vs (2m+1)^3 * 2^(3sf-3), or |x| * 8^(1-sf) vs (2m+1)^3).
+std::int64_t refCbrtScaled(std::int64_t x, int sf) {
+    const bool neg = x < 0;
+    const std::uint64_t a = neg ? std::uint64_t(-x) : std::uint64_t(x);
+    const std::uint64_t bound = neg ? 32768 : 32767;
+    auto sideOf = [&](std::uint64_t m) {
+        const std::uint64_t o = 2 * m + 1;
+        const W128 odd3 = mulWide(o * o, o);  // (2m+1)^3 < 2^54
+        if (sf >= 1) return cmp({0, a}, shiftLeft(odd3, 3 * sf - 3));
+        return cmp(shiftLeft({0, a}, 3 * (1 - sf)), odd3);
+    };
+    std::uint64_t lo = 0, hi = bound;
+    while (lo < hi) {
+        const std::uint64_t mid = lo + (hi - lo + 1) / 2;
+        if (sideOf(mid - 1) >= 0) lo = mid;
+        else hi = mid - 1;
+    }
+    if (lo > 0 && sideOf(lo - 1) == 0 && (lo & 1)) --lo;
+    return neg ? -std::int64_t(lo) : std::int64_t(lo);
+}
+
+// ---- Check order and untouched destinations ----------------------------------
+
+template <class S, class D>
+void expectChecks(ZvpStatus (*f)(const S*, D*, int), const char* name) {
+    GuardedBuffer dst(8 * sizeof(D));
+    const std::vector<S> src(8, S{});
+    EXPECT_EQ(f(nullptr, dst.as<D>(), 8), zvpStsNullPtrErr) << name;
+    EXPECT_EQ(f(src.data(), nullptr, 8), zvpStsNullPtrErr) << name;
+    EXPECT_EQ(f(nullptr, dst.as<D>(), 0), zvpStsNullPtrErr) << name;  // pointers first
+    EXPECT_EQ(f(src.data(), dst.as<D>(), 0), zvpStsSizeErr) << name;
+    EXPECT_EQ(f(src.data(), dst.as<D>(), -5), zvpStsSizeErr) << name;
+    EXPECT_TRUE(dst.untouched()) << name;
+}
+template <class S, class D>
+void expectChecks(ZvpStatus (*f)(const S*, D*, int, int), const char* name) {
+    GuardedBuffer dst(8 * sizeof(D));
+    const std::vector<S> src(8, S{});
+    EXPECT_EQ(f(nullptr, dst.as<D>(), 8, 0), zvpStsNullPtrErr) << name;
+    EXPECT_EQ(f(src.data(), nullptr, 8, 0), zvpStsNullPtrErr) << name;
+    EXPECT_EQ(f(nullptr, dst.as<D>(), 0, 0), zvpStsNullPtrErr) << name;
+    EXPECT_EQ(f(src.data(), dst.as<D>(), 0, 3), zvpStsSizeErr) << name;
+    EXPECT_EQ(f(src.data(), dst.as<D>(), -1, 3), zvpStsSizeErr) << name;
+    EXPECT_TRUE(dst.untouched()) << name;
+}
+template <class T>
+void expectChecks(ZvpStatus (*f)(T*, int), const char* name) {
+    GuardedBuffer v(8 * sizeof(T));
+    EXPECT_EQ(f(nullptr, 8), zvpStsNullPtrErr) << name;
+    EXPECT_EQ(f(nullptr, 0), zvpStsNullPtrErr) << name;
+    EXPECT_EQ(f(v.as<T>(), 0), zvpStsSizeErr) << name;
+    EXPECT_EQ(f(v.as<T>(), -3), zvpStsSizeErr) << name;
+    EXPECT_TRUE(v.untouched()) << name;
+}
+template <class T>
+void expectChecks(ZvpStatus (*f)(T*, int, int), const char* name) {
+    GuardedBuffer v(8 * sizeof(T));
+    EXPECT_EQ(f(nullptr, 8, 1), zvpStsNullPtrErr) << name;
+    EXPECT_EQ(f(nullptr, 0, 1), zvpStsNullPtrErr) << name;
+    EXPECT_EQ(f(v.as<T>(), 0, 1), zvpStsSizeErr) << name;
+    EXPECT_TRUE(v.untouched()) << name;
+}
+
+#define CHECKS(f) expectChecks(f, #f)
+
+TEST(PowersChecks, PointersThenLengthsAndNothingWritten) {
+    CHECKS(zvpsAbs_16s); CHECKS(zvpsAbs_16s_I); CHECKS(zvpsAbs_32s); CHECKS(zvpsAbs_32s_I);
+    CHECKS(zvpsAbs_32f); CHECKS(zvpsAbs_32f_I); CHECKS(zvpsAbs_64f); CHECKS(zvpsAbs_64f_I);
+    CHECKS(zvpsSqr_8u_Sfs); CHECKS(zvpsSqr_8u_ISfs); CHECKS(zvpsSqr_16s_Sfs); CHECKS(zvpsSqr_16s_ISfs);
+    CHECKS(zvpsSqr_16u_Sfs); CHECKS(zvpsSqr_16u_ISfs); CHECKS(zvpsSqr_16sc_Sfs); CHECKS(zvpsSqr_16sc_ISfs);
+    CHECKS(zvpsSqr_32f); CHECKS(zvpsSqr_32f_I); CHECKS(zvpsSqr_32fc); CHECKS(zvpsSqr_32fc_I);
+    CHECKS(zvpsSqr_64f); CHECKS(zvpsSqr_64f_I); CHECKS(zvpsSqr_64fc); CHECKS(zvpsSqr_64fc_I);
+    CHECKS(zvpsSqrt_8u_Sfs); CHECKS(zvpsSqrt_8u_ISfs); CHECKS(zvpsSqrt_16s_Sfs); CHECKS(zvpsSqrt_16s_ISfs);
+    CHECKS(zvpsSqrt_16u_Sfs); CHECKS(zvpsSqrt_16u_ISfs); CHECKS(zvpsSqrt_16sc_Sfs); CHECKS(zvpsSqrt_16sc_ISfs);
+    CHECKS(zvpsSqrt_32s16s_Sfs); CHECKS(zvpsSqrt_64s16s_Sfs); CHECKS(zvpsSqrt_64s_Sfs); CHECKS(zvpsSqrt_64s_ISfs);
+    CHECKS(zvpsSqrt_32f); CHECKS(zvpsSqrt_32f_I); CHECKS(zvpsSqrt_32fc); CHECKS(zvpsSqrt_32fc_I);
+    CHECKS(zvpsSqrt_64f); CHECKS(zvpsSqrt_64f_I); CHECKS(zvpsSqrt_64fc); CHECKS(zvpsSqrt_64fc_I);
+    CHECKS(zvpsCubrt_32f); CHECKS(zvpsCubrt_32s16s_Sfs);
+    CHECKS(zvpsExp_16s_Sfs); CHECKS(zvpsExp_16s_ISfs); CHECKS(zvpsExp_32s_Sfs); CHECKS(zvpsExp_32s_ISfs);
+    CHECKS(zvpsExp_64s_Sfs); CHECKS(zvpsExp_64s_ISfs); CHECKS(zvpsExp_32f); CHECKS(zvpsExp_32f_I);
+    CHECKS(zvpsExp_64f); CHECKS(zvpsExp_64f_I); CHECKS(zvpsExp_32f64f);
+    CHECKS(zvpsLn_16s_Sfs); CHECKS(zvpsLn_16s_ISfs); CHECKS(zvpsLn_32s_Sfs); CHECKS(zvpsLn_32s_ISfs);
+    CHECKS(zvpsLn_32s16s_Sfs); CHECKS(zvpsLn_32f); CHECKS(zvpsLn_32f_I); CHECKS(zvpsLn_64f);
+    CHECKS(zvpsLn_64f_I); CHECKS(zvpsLn_64f32f);
+    CHECKS(zvps10Log10_32s_Sfs); CHECKS(zvps10Log10_32s_ISfs);
+    CHECKS(zvpsArctan_32f); CHECKS(zvpsArctan_32f_I); CHECKS(zvpsArctan_64f); CHECKS(zvpsArctan_64f_I);
+}
+
+TEST(PowersChecks, SumLnChecksAndWritesNothingOnError) {
+    const float x[2] = {1.0f, 2.0f};
+    float s = 7.0f;
+    double sd = 7.0;
+    EXPECT_EQ(zvpsSumLn_32f(nullptr, 2, &s), zvpStsNullPtrErr);
+    EXPECT_EQ(zvpsSumLn_32f(x, 2, nullptr), zvpStsNullPtrErr);
+    EXPECT_EQ(zvpsSumLn_32f(nullptr, 0, &s), zvpStsNullPtrErr);
+    EXPECT_EQ(zvpsSumLn_32f(x, 0, &s), zvpStsSizeErr);
+    EXPECT_EQ(zvpsSumLn_32f64f(x, -1, &sd), zvpStsSizeErr);
+    EXPECT_EQ(zvpsSumLn_64f(nullptr, 1, &sd), zvpStsNullPtrErr);
+    const Zvp16s xi[1] = {3};
+    EXPECT_EQ(zvpsSumLn_16s32f(xi, 0, &s), zvpStsSizeErr);
+    EXPECT_EQ(s, 7.0f);
+    EXPECT_EQ(sd, 7.0);
+}
+
+TEST(PowersChecks, NormalizeDivisorAfterPointersAndLength) {
+    GuardedBuffer d(4 * sizeof(Zvp64fc));
+    const Zvp32f x[4] = {1, 2, 3, 4};
+    // The divisor check comes after the pointers and the length.
+    EXPECT_EQ(zvpsNormalize_32f(nullptr, d.as<Zvp32f>(), 4, 0.0f, 1e-39f), zvpStsNullPtrErr);
+    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 0, 0.0f, 1e-39f), zvpStsSizeErr);
+    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, 1e-39f), zvpStsDivByZeroErr);
+    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, -1e-39f), zvpStsDivByZeroErr);
+    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, 0.0f), zvpStsDivByZeroErr);
+    EXPECT_EQ(zvpsNormalize_64f(reinterpret_cast<const Zvp64f*>(x), d.as<Zvp64f>(), 2, 0.0, 1.0e-38),
+              zvpStsDivByZeroErr);
+    const Zvp32fc cz{0, 0};
+    const Zvp64fc dz{0, 0};
+    EXPECT_EQ(zvpsNormalize_32fc(reinterpret_cast<const Zvp32fc*>(x), d.as<Zvp32fc>(), 2, cz, 1e-39f),
+              zvpStsDivByZeroErr);
+    EXPECT_EQ(zvpsNormalize_64fc(reinterpret_cast<const Zvp64fc*>(x), d.as<Zvp64fc>(), 1, dz, 0.0),
+              zvpStsDivByZeroErr);
+    const Zvp16s xi[4] = {1, 2, 3, 4};
+    EXPECT_EQ(zvpsNormalize_16s_Sfs(xi, nullptr, 4, 0, 0, 0), zvpStsNullPtrErr);
+    EXPECT_EQ(zvpsNormalize_16s_Sfs(xi, d.as<Zvp16s>(), -1, 0, 0, 0), zvpStsSizeErr);
+    EXPECT_EQ(zvpsNormalize_16s_Sfs(xi, d.as<Zvp16s>(), 4, 0, 0, 0), zvpStsDivByZeroErr);
+    EXPECT_EQ(zvpsNormalize_16sc_Sfs(reinterpret_cast<const Zvp16sc*>(xi), d.as<Zvp16sc>(), 2, Zvp16sc{0, 0}, 0, 0),
+              zvpStsDivByZeroErr);
+    EXPECT_TRUE(d.untouched());
+    // The smallest normal single itself is accepted.
+    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, 1.17549435e-38f), zvpStsNoErr);
+}
+
+// ---- Abs -------------------------------------------------------------------------
+
+TEST(Abs, IntegersSaturateAndFloatsClearTheSign) {
+    for (int n = 1; n <= 67; ++n) {
+        auto a = randomInts<Zvp16s>(n, n, -32768, 32767);
+        auto b = randomInts<Zvp32s>(n, n + 100, INT32_MIN, INT32_MAX);
+        auto c = randomReals<Zvp32f>(n, n, -1e3, 1e3);
+        auto e = randomReals<Zvp64f>(n, n, -1e300, 1e300);
+        a[n / 2] = -32768;
+        b[n / 2] = INT32_MIN;
+        c[n / 2] = -0.0f;
+        GuardedBuffer da(n * 2, 2), db(n * 4, 4), dc(n * 4, 6), de(n * 8, 8);
+        ASSERT_EQ(zvpsAbs_16s(a.data(), da.as<Zvp16s>(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsAbs_32s(b.data(), db.as<Zvp32s>(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsAbs_32f(c.data(), dc.as<Zvp32f>(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsAbs_64f(e.data(), de.as<Zvp64f>(), n), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            ASSERT_EQ(da.as<Zvp16s>()[i], std::min<std::int32_t>(std::abs(std::int32_t(a[i])), 32767)) << n;
+            ASSERT_EQ(db.as<Zvp32s>()[i], std::min<std::int64_t>(std::llabs(std::int64_t(b[i])), INT32_MAX)) << n;
+            ASSERT_EQ(dc.as<Zvp32f>()[i], std::fabs(c[i]));
+            ASSERT_FALSE(std::signbit(dc.as<Zvp32f>()[i]));
+            ASSERT_EQ(de.as<Zvp64f>()[i], std::fabs(e[i]));
+        }
+        EXPECT_TRUE(da.guardsIntact() && db.guardsIntact() && dc.guardsIntact() && de.guardsIntact());
+        // In place equals out of place.
+        ASSERT_EQ(zvpsAbs_16s_I(a.data(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsAbs_32s_I(b.data(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsAbs_32f_I(c.data(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsAbs_64f_I(e.data(), n), zvpStsNoErr);
+        EXPECT_EQ(std::memcmp(a.data(), da.data(), n * 2), 0);
+        EXPECT_EQ(std::memcmp(b.data(), db.data(), n * 4), 0);
+        EXPECT_EQ(std::memcmp(c.data(), dc.data(), n * 4), 0);
+        EXPECT_EQ(std::memcmp(e.data(), de.data(), n * 8), 0);
+    }
+    const Zvp32f nan = std::numeric_limits<float>::quiet_NaN();
+    Zvp32f v[2] = {-nan, -std::numeric_limits<float>::infinity()};
+    ASSERT_EQ(zvpsAbs_32f_I(v, 2), zvpStsNoErr);
+    EXPECT_TRUE(std::isnan(v[0]));
+    EXPECT_FALSE(std::signbit(v[0]));
+    EXPECT_EQ(v[1], std::numeric_limits<float>::infinity());
+}
+
+// ---- Sqr -------------------------------------------------------------------------
+
+// The scale rule for |R| < 2^63: R * 2^-sf is exact in long double and
+// nearbyintl rounds it to nearest, ties to even.
+template <class D>
+D refScale(std::int64_t r, int sf) {
+    const int e = sf > 100 ? 100 : sf < -100 ? -100 : sf;
+    return D(roundClamp(std::ldexp(static_cast<long double>(r), -e), std::numeric_limits<D>::min(),
+                        std::numeric_limits<D>::max(), 0, nullptr));
+}
+
+template <class T>
+void checkSqrScaledEveryValue(ZvpStatus (*f)(const T*, T*, int, int), ZvpStatus (*fi)(T*, int, int)) {
+    const int n = int(std::numeric_limits<T>::max()) - int(std::numeric_limits<T>::min()) + 1;
+    std::vector<T> src(std::size_t(n) + 3), dst(std::size_t(n) + 3);
+    for (int i = 0; i < n; ++i) src[std::size_t(i) + 1] = T(int(std::numeric_limits<T>::min()) + i);
+    // Every path of the scale factor and its boundaries; odd offsets misalign.
+    for (int sf : {-40, -33, -32, -31, -17, -16, -15, -9, -8, -1, 0, 1, 2, 7, 8, 15, 16, 17, 30, 31, 32, 33, 60}) {
+        ASSERT_EQ(f(src.data() + 1, dst.data() + 1, n, sf), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            const std::int64_t x = src[std::size_t(i) + 1];
+            ASSERT_EQ(dst[std::size_t(i) + 1], refScale<T>(x * x, sf)) << "x=" << x << " sf=" << sf;
+        }
+        std::vector<T> in(src);
+        ASSERT_EQ(fi(in.data() + 1, n, sf), zvpStsNoErr);
+        ASSERT_EQ(std::memcmp(in.data() + 1, dst.data() + 1, std::size_t(n) * sizeof(T)), 0) << sf;
+    }
+}
+
+TEST(Sqr, ScaledIntegersEveryValueEveryPath) {
+    checkSqrScaledEveryValue(zvpsSqr_8u_Sfs, zvpsSqr_8u_ISfs);
+    checkSqrScaledEveryValue(zvpsSqr_16s_Sfs, zvpsSqr_16s_ISfs);
+    checkSqrScaledEveryValue(zvpsSqr_16u_Sfs, zvpsSqr_16u_ISfs);
+}
+
+TEST(Sqr, ScaledIntegersEveryShortLength) {
+    for (int n = 1; n <= 67; ++n) {
+        const auto a = randomInts<Zvp16s>(n, n, -32768, 32767);
+        const auto b = randomInts<Zvp8u>(n, n, 0, 255);
+        GuardedBuffer da(n * 2, 2), db(n, 1);
+        for (int sf : {0, 3, -2}) {
+            ASSERT_EQ(zvpsSqr_16s_Sfs(a.data(), da.as<Zvp16s>(), n, sf), zvpStsNoErr);
+            ASSERT_EQ(zvpsSqr_8u_Sfs(b.data(), db.as<Zvp8u>(), n, sf), zvpStsNoErr);
+            for (int i = 0; i < n; ++i) {
+                ASSERT_EQ(da.as<Zvp16s>()[i], refScale<Zvp16s>(std::int64_t(a[i]) * a[i], sf));
+                ASSERT_EQ(db.as<Zvp8u>()[i], refScale<Zvp8u>(std::int64_t(b[i]) * b[i], sf));
+            }
+            EXPECT_TRUE(da.guardsIntact() && db.guardsIntact());
+        }
+    }
+}
+
+TEST(Sqr, ScaledComplexIntegers) {
+    auto v = randomInts<Zvp16s>(2 * 600, 5, -32768, 32767);
+    const Zvp16s edge[] = {-32768, -32768, -32768, 32767, 32767, 32767, 0, -32768, 1, 1, -1, 1};
+    std::memcpy(v.data(), edge, sizeof edge);
+    const int n = int(v.size() / 2);
+    const auto* s = reinterpret_cast<const Zvp16sc*>(v.data());
+    std::vector<Zvp16sc> d(std::size_t(n) + 1);
+    for (int sf = -18; sf <= 33; ++sf) {
+        ASSERT_EQ(zvpsSqr_16sc_Sfs(s, d.data() + 1, n, sf), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            const std::int64_t a = s[i].re, b = s[i].im;
+            ASSERT_EQ(d[std::size_t(i) + 1].re, refScale<Zvp16s>(a * a - b * b, sf)) << i << " " << sf;
+            ASSERT_EQ(d[std::size_t(i) + 1].im, refScale<Zvp16s>(2 * a * b, sf)) << i << " " << sf;
+        }
+        std::vector<Zvp16sc> in(s, s + n);
+        ASSERT_EQ(zvpsSqr_16sc_ISfs(in.data(), n, sf), zvpStsNoErr);
+        ASSERT_EQ(std::memcmp(in.data(), d.data() + 1, std::size_t(n) * sizeof(Zvp16sc)), 0);
+    }
+}
+
+// Float squares: within 0.5 ulp for reals (one rounding); complex parts
+// within 2 ulps of |z|^2 (a*a - b*b takes three roundings and may cancel).
+TEST(Sqr, FloatsAgainstLongDouble) {
+    for (int n = 1; n <= 67; ++n) {
+        const auto x = randomReals<Zvp32f>(2 * n, n, -1e5, 1e5);
+        const auto y = randomReals<Zvp64f>(2 * n, n + 7, -1e100, 1e100);
+        GuardedBuffer d1(n * 4, 4), d2(n * 8, 8), d3(n * 8, 12), d4(n * 16, 8);
+        ASSERT_EQ(zvpsSqr_32f(x.data(), d1.as<Zvp32f>(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsSqr_64f(y.data(), d2.as<Zvp64f>(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsSqr_32fc(reinterpret_cast<const Zvp32fc*>(x.data()), d3.as<Zvp32fc>(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsSqr_64fc(reinterpret_cast<const Zvp64fc*>(y.data()), d4.as<Zvp64fc>(), n), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            const long double xr = x[i], yr = y[i];
+            ASSERT_LE(ulpError(d1.as<Zvp32f>()[i], xr * xr), 0.5L);
+            ASSERT_LE(ulpError(d2.as<Zvp64f>()[i], yr * yr), 0.5L);
+            const long double a = x[2 * i], b = x[2 * i + 1], c = y[2 * i], e = y[2 * i + 1];
+            const long double m32 = ulpAt<float>(a * a + b * b), m64 = ulpAt<double>(c * c + e * e);
+            ASSERT_LE(std::fabs(d3.as<Zvp32fc>()[i].re - (a * a - b * b)), 2 * m32);
+            ASSERT_LE(std::fabs(d3.as<Zvp32fc>()[i].im - 2 * a * b), 2 * m32);
+            ASSERT_LE(std::fabs(d4.as<Zvp64fc>()[i].re - (c * c - e * e)), 2 * m64);
+            ASSERT_LE(std::fabs(d4.as<Zvp64fc>()[i].im - 2 * c * e), 2 * m64);
+        }
+        EXPECT_TRUE(d1.guardsIntact() && d2.guardsIntact() && d3.guardsIntact() && d4.guardsIntact());
+        std::vector<Zvp32f> xi(x);
+        std::vector<Zvp64f> yi(y);
+        ASSERT_EQ(zvpsSqr_32fc_I(reinterpret_cast<Zvp32fc*>(xi.data()), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsSqr_64fc_I(reinterpret_cast<Zvp64fc*>(yi.data()), n), zvpStsNoErr);
+        EXPECT_EQ(std::memcmp(xi.data(), d3.data(), n * 8), 0);
+        EXPECT_EQ(std::memcmp(yi.data(), d4.data(), n * 16), 0);
+        xi = x;
+        yi = y;
+        ASSERT_EQ(zvpsSqr_32f_I(xi.data(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsSqr_64f_I(yi.data(), n), zvpStsNoErr);
+        EXPECT_EQ(std::memcmp(xi.data(), d1.data(), n * 4), 0);
+        EXPECT_EQ(std::memcmp(yi.data(), d2.data(), n * 8), 0);
+    }
+}
+
+// ---- Sqrt ------------------------------------------------------------------------
+
+TEST(Sqrt, FloatsAreCorrectlyRoundedAndWarnOnNegatives) {
+    for (int n = 1; n <= 67; ++n) {
+        auto x = randomReals<Zvp32f>(n, n, 0, 1e6);
+        auto y = randomReals<Zvp64f>(n, n, 0, 1e200);
+        GuardedBuffer d1(n * 4, 4), d2(n * 8, 8);
+        ASSERT_EQ(zvpsSqrt_32f(x.data(), d1.as<Zvp32f>(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsSqrt_64f(y.data(), d2.as<Zvp64f>(), n), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            ASSERT_LE(ulpError(d1.as<Zvp32f>()[i], std::sqrt(static_cast<long double>(x[i]))), 0.5L);
+            ASSERT_LE(ulpError(d2.as<Zvp64f>()[i], std::sqrt(static_cast<long double>(y[i]))), 0.5L);
+        }
+        // One negative element anywhere: warning, NaN there, others written.
+        const int k = n - 1 - n / 3;
+        x[k] = -4.0f;
+        y[k] = -1e-300;
+        GuardedBuffer e1(n * 4, 4), e2(n * 8, 8);
+        ASSERT_EQ(zvpsSqrt_32f(x.data(), e1.as<Zvp32f>(), n), zvpStsSqrtNegArg) << n;
+        ASSERT_EQ(zvpsSqrt_64f(y.data(), e2.as<Zvp64f>(), n), zvpStsSqrtNegArg) << n;
+        for (int i = 0; i < n; ++i) {
+            ASSERT_EQ(std::isnan(e1.as<Zvp32f>()[i]), i == k);
+            ASSERT_EQ(std::isnan(e2.as<Zvp64f>()[i]), i == k);
+            if (i != k) {
+                ASSERT_EQ(e1.as<Zvp32f>()[i], d1.as<Zvp32f>()[i]);
+            }
+        }
+        ASSERT_EQ(zvpsSqrt_32f_I(x.data(), n), zvpStsSqrtNegArg);
+        ASSERT_EQ(zvpsSqrt_64f_I(y.data(), n), zvpStsSqrtNegArg);
+        EXPECT_EQ(std::memcmp(x.data(), e1.data(), n * 4), 0);
+        EXPECT_EQ(std::memcmp(y.data(), e2.data(), n * 8), 0);
+    }
+    // -0 and NaN are not negative.
+    Zvp32f z[3] = {-0.0f, std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()};
+    ASSERT_EQ(zvpsSqrt_32f_I(z, 3), zvpStsNoErr);
+    EXPECT_TRUE(z[0] == 0.0f && std::signbit(z[0]));
+    EXPECT_TRUE(std::isnan(z[1]));
+    EXPECT_EQ(z[2], std::numeric_limits<float>::infinity());
+}
+
+// Complex roots within 2 ulps (of the root's modulus) of the long double
+// principal root: the double formula takes five roundings at 2^-53 each, and
+// the 32fc result one more rounding to single.
+TEST(Sqrt, ComplexFloatsPrincipalRoot) {
+    std::vector<Zvp64f> v = randomReals<Zvp64f>(2 * 70, 3, -1e3, 1e3);
+    const double inf = std::numeric_limits<double>::infinity();
+    const double special[] = {0, 0, -0.0, 0, 0, -0.0, -4, 0, -4, -0.0, 3, 4, 1e300, 1e300, 1e-300, -1e-310,
+                              -1e300, 1e-300, inf, 1, -inf, 1, 2, inf};
+    std::memcpy(v.data(), special, sizeof special);
+    const int n = int(v.size() / 2);
+    std::vector<Zvp32f> vf(v.size());
+    for (std::size_t i = 0; i < v.size(); ++i) vf[i] = Zvp32f(i < 24 && std::fabs(v[i]) > 1e30 ? v[i] / 1e270 : v[i]);
+    for (int len : {n, 1, 2, 3, 5, 17}) {
+        GuardedBuffer d1(len * 8, 8), d2(len * 16, 4);
+        ASSERT_EQ(zvpsSqrt_32fc(reinterpret_cast<const Zvp32fc*>(vf.data()), d1.as<Zvp32fc>(), len), zvpStsNoErr);
+        ASSERT_EQ(zvpsSqrt_64fc(reinterpret_cast<const Zvp64fc*>(v.data()), d2.as<Zvp64fc>(), len), zvpStsNoErr);
+        for (int i = 0; i < len; ++i) {
+            const std::complex<long double> r64 = std::sqrt(std::complex<long double>(v[2 * i], v[2 * i + 1]));
+            const std::complex<long double> r32 = std::sqrt(std::complex<long double>(vf[2 * i], vf[2 * i + 1]));
+            const Zvp64fc g64 = d2.as<Zvp64fc>()[i];
+            const Zvp32fc g32 = d1.as<Zvp32fc>()[i];
+            if (!std::isfinite(std::abs(r64))) {
+                EXPECT_EQ(g64.re, double(r64.real())) << i;
+                EXPECT_EQ(g64.im, double(r64.imag())) << i;
+                continue;
+            }
+            const long double t64 = 2 * ulpAt<double>(std::abs(r64)), t32 = 2 * ulpAt<float>(std::abs(r32));
+            EXPECT_LE(std::fabs(g64.re - r64.real()), t64) << i;
+            EXPECT_LE(std::fabs(g64.im - r64.imag()), t64) << i;
+            EXPECT_LE(std::fabs(g32.re - r32.real()), t32) << i;
+            EXPECT_LE(std::fabs(g32.im - r32.imag()), t32) << i;
+            // Principal branch signs, zeros included.
+            EXPECT_FALSE(std::signbit(g64.re)) << i;
+            EXPECT_EQ(std::signbit(g64.im), std::signbit(v[2 * i + 1])) << i;
+            EXPECT_EQ(std::signbit(g32.im), std::signbit(vf[2 * i + 1])) << i;
+        }
+        EXPECT_TRUE(d1.guardsIntact() && d2.guardsIntact());
+    }
+    std::vector<Zvp32f> in(vf);
+    GuardedBuffer d(n * 8);
+    ASSERT_EQ(zvpsSqrt_32fc(reinterpret_cast<const Zvp32fc*>(vf.data()), d.as<Zvp32fc>(), n), zvpStsNoErr);
+    ASSERT_EQ(zvpsSqrt_32fc_I(reinterpret_cast<Zvp32fc*>(in.data()), n), zvpStsNoErr);
+    EXPECT_EQ(std::memcmp(in.data(), d.data(), n * 8), 0);
+    std::vector<Zvp64f> in64(v);
+    GuardedBuffer d64(n * 16);
+    ASSERT_EQ(zvpsSqrt_64fc(reinterpret_cast<const Zvp64fc*>(v.data()), d64.as<Zvp64fc>(), n), zvpStsNoErr);
+    ASSERT_EQ(zvpsSqrt_64fc_I(reinterpret_cast<Zvp64fc*>(in64.data()), n), zvpStsNoErr);
+    EXPECT_EQ(std::memcmp(in64.data(), d64.data(), n * 16), 0);
+}
+
+template <class S, class D>
+void checkSqrtScaled(ZvpStatus (*f)(const S*, D*, int, int), const std::vector<S>& src, const std::vector<int>& sfs) {
+    const int n = int(src.size());
+    bool anyNeg = false;
+    for (S x : src) anyNeg |= x < 0;
+    std::vector<D> dst(std::size_t(n) + 1);
+    for (int sf : sfs) {
+        ASSERT_EQ(f(src.data(), dst.data() + 1, n, sf), anyNeg ? zvpStsSqrtNegArg : zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            const D want = src[i] < 0 ? D(0)
+                                      : D(refSqrtScaled(std::uint64_t(src[i]), sf, std::numeric_limits<D>::max()));
+            ASSERT_EQ(dst[std::size_t(i) + 1], want) << "x=" << src[i] << " sf=" << sf;
+        }
+    }
+}
+
+TEST(Sqrt, ScaledIntegersAgainstIntegerSearch) {
+    std::vector<Zvp16s> all16s(65536);
+    std::vector<Zvp16u> all16u(65536);
+    std::vector<Zvp8u> all8u(256);
+    for (int i = 0; i < 65536; ++i) all16s[i] = Zvp16s(i - 32768), all16u[i] = Zvp16u(i);
+    for (int i = 0; i < 256; ++i) all8u[i] = Zvp8u(i);
+    const std::vector<int> sfs = {-20, -9, -8, -7, -5, -1, 0, 1, 2, 3, 5, 8, 9, 16, 40, 70};
+    checkSqrtScaled(zvpsSqrt_8u_Sfs, all8u, sfs);
+    checkSqrtScaled(zvpsSqrt_16u_Sfs, all16u, sfs);
+    checkSqrtScaled(zvpsSqrt_16s_Sfs, all16s, sfs);
+    // Perfect squares and their neighbours, where ties and near-ties live.
+    std::vector<Zvp32s> s32;
+    std::vector<Zvp64s> s64;
+    for (std::int64_t r : {1LL, 2LL, 3LL, 5LL, 46340LL, 46341LL, 65535LL, 3037000499LL, 1LL << 20, 3LL << 18}) {
+        for (std::int64_t dlt = -2; dlt <= 2; ++dlt) {
+            const std::int64_t x = r * r + dlt;
+            if (x >= 0 && x <= INT32_MAX) s32.push_back(Zvp32s(x));
+            if (x >= 0) s64.push_back(x);
+        }
+    }
+    for (auto x : randomInts<Zvp32s>(300, 11, 0, INT32_MAX)) s32.push_back(x);
+    for (auto x : randomInts<Zvp64s>(300, 12, 0, INT64_MAX)) s64.push_back(x);
+    s32.push_back(INT32_MAX);
+    s64.push_back(INT64_MAX);
+    const std::vector<int> wide = {-30, -17, -16, -15, -1, 0, 1, 2, 4, 15, 16, 17, 31, 32, 33, 64};
+    checkSqrtScaled(zvpsSqrt_32s16s_Sfs, s32, wide);
+    checkSqrtScaled(zvpsSqrt_64s16s_Sfs, s64, wide);
+    checkSqrtScaled(zvpsSqrt_64s_Sfs, s64, wide);
+    // Negative elements: warning 3 and 0, the rest computed.
+    std::vector<Zvp64s> neg = {4, -1, 9, INT64_MIN};
+    checkSqrtScaled(zvpsSqrt_64s_Sfs, neg, {0, 1, -1});
+    checkSqrtScaled(zvpsSqrt_32s16s_Sfs, std::vector<Zvp32s>{-7, 100}, {0});
+    checkSqrtScaled(zvpsSqrt_64s16s_Sfs, std::vector<Zvp64s>{-7, 100}, {0});
+    // In place.
+    std::vector<Zvp16s> in(all16s);
+    std::vector<Zvp16s> out(all16s.size());
+    EXPECT_EQ(zvpsSqrt_16s_Sfs(all16s.data(), out.data(), 65536, -3), zvpStsSqrtNegArg);
+    EXPECT_EQ(zvpsSqrt_16s_ISfs(in.data(), 65536, -3), zvpStsSqrtNegArg);
+    EXPECT_EQ(in, out);
+    std::vector<Zvp64s> in64(s64), out64(s64.size());
+    EXPECT_EQ(zvpsSqrt_64s_Sfs(s64.data(), out64.data(), int(s64.size()), -20), zvpStsNoErr);
+    EXPECT_EQ(zvpsSqrt_64s_ISfs(in64.data(), int(s64.size()), -20), zvpStsNoErr);
+    EXPECT_EQ(in64, out64);
+    std::vector<Zvp8u> in8(all8u), out8(256);
+    EXPECT_EQ(zvpsSqrt_8u_Sfs(all8u.data(), out8.data(), 256, -4), zvpStsNoErr);
+    EXPECT_EQ(zvpsSqrt_8u_ISfs(in8.data(), 256, -4), zvpStsNoErr);
+    EXPECT_EQ(in8, out8);
+    std::vector<Zvp16u> in16u(all16u), out16u(65536);
+    EXPECT_EQ(zvpsSqrt_16u_Sfs(all16u.data(), out16u.data(), 65536, 1), zvpStsNoErr);
+    EXPECT_EQ(zvpsSqrt_16u_ISfs(in16u.data(), 65536, 1), zvpStsNoErr);
+    EXPECT_EQ(in16u, out16u);
+}
+
+TEST(Sqrt, ScaledIntegersEveryShortLength) {
+    for (int n = 1; n <= 67; ++n) {
+        auto a = randomInts<Zvp16s>(n, n, -100, 32767);
+        GuardedBuffer d(n * 2, 2), e(n, 3);
+        const auto b = randomInts<Zvp8u>(n, n, 0, 255);
+        bool neg = false;
+        for (auto x : a) neg |= x < 0;
+        ASSERT_EQ(zvpsSqrt_16s_Sfs(a.data(), d.as<Zvp16s>(), n, -2), neg ? zvpStsSqrtNegArg : zvpStsNoErr);
+        ASSERT_EQ(zvpsSqrt_8u_Sfs(b.data(), e.as<Zvp8u>(), n, -3), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            ASSERT_EQ(d.as<Zvp16s>()[i], a[i] < 0 ? 0 : Zvp16s(refSqrtScaled(std::uint64_t(a[i]), -2, 32767)));
+            ASSERT_EQ(e.as<Zvp8u>()[i], Zvp8u(refSqrtScaled(b[i], -3, 255)));
+        }
+        EXPECT_TRUE(d.guardsIntact() && e.guardsIntact());
+    }
+}
+
+// Complex integer roots: each part of the double-precision root, scaled and
+// rounded to nearest; checked against long double, skipping parts the
+// oracle puts within 1e-12 of a half-integer.
+TEST(Sqrt, ScaledComplexIntegers) {
+    auto v = randomInts<Zvp16s>(2 * 500, 21, -32768, 32767);
+    const Zvp16s edge[] = {3, 4, -3, 4, -3, -4, 0, 0, -32768, 0, 0, -32768, 5, -12, 16, 0};
+    std::memcpy(v.data(), edge, sizeof edge);
+    const int n = int(v.size() / 2);
+    const auto* s = reinterpret_cast<const Zvp16sc*>(v.data());
+    std::vector<Zvp16sc> d(static_cast<std::size_t>(n));
+    int skipped = 0;
+    for (int sf : {-10, -8, -1, 0, 1, 2, 8}) {
+        ASSERT_EQ(zvpsSqrt_16sc_Sfs(s, d.data(), n, sf), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            const std::complex<long double> r = std::sqrt(std::complex<long double>(s[i].re, s[i].im));
+            bool amb1, amb2;
+            const long double re = roundClamp(std::ldexp(r.real(), -sf), -32768, 32767, 1e-12L, &amb1);
+            const long double im = roundClamp(std::ldexp(r.imag(), -sf), -32768, 32767, 1e-12L, &amb2);
+            // Exact roots (3+4i -> 2+i) are exact in both and round to even.
+            if (!amb1 || r.real() == std::floor(r.real())) {
+                EXPECT_EQ(d[i].re, re) << i << " sf " << sf;
+            } else {
+                ++skipped;
+            }
+            if (!amb2 || r.imag() == std::floor(r.imag())) {
+                EXPECT_EQ(d[i].im, im) << i << " sf " << sf;
+            } else {
+                ++skipped;
+            }
+        }
+        std::vector<Zvp16sc> in(s, s + n);
+        ASSERT_EQ(zvpsSqrt_16sc_ISfs(in.data(), n, sf), zvpStsNoErr);
+        EXPECT_EQ(std::memcmp(in.data(), d.data(), std::size_t(n) * 4), 0);
+    }
+    EXPECT_LT(skipped, 4);
+    // sqrt(-4) = 2i; sqrt(3 + 4i) = 2 + i; with sf 1: (1, 0.5 -> 0).
+    const Zvp16sc z[2] = {{-4, 0}, {3, 4}};
+    Zvp16sc r[2];
+    ASSERT_EQ(zvpsSqrt_16sc_Sfs(z, r, 2, 1), zvpStsNoErr);
+    EXPECT_TRUE(r[0].re == 0 && r[0].im == 1 && r[1].re == 1 && r[1].im == 0);
+}
+
+// ---- Cubrt -----------------------------------------------------------------------
+
+TEST(Cubrt, FloatsWithinOneUlpAndScaledIntegersExact) {
+    for (int n = 1; n <= 67; ++n) {
+        const auto x = randomReals<Zvp32f>(n, n, -1e6, 1e6);
+        GuardedBuffer d(n * 4, 4);
+        ASSERT_EQ(zvpsCubrt_32f(x.data(), d.as<Zvp32f>(), n), zvpStsNoErr);
+        for (int i = 0; i < n; ++i)
+            ASSERT_LE(ulpError(d.as<Zvp32f>()[i], std::cbrt(static_cast<long double>(x[i]))), 1.0L);
+        EXPECT_TRUE(d.guardsIntact());
+    }
+    const Zvp32f sp[4] = {-0.0f, 27.0f, -std::numeric_limits<float>::infinity(), 1e-40f};
+    Zvp32f r[4];
+    ASSERT_EQ(zvpsCubrt_32f(sp, r, 4), zvpStsNoErr);
+    EXPECT_TRUE(r[0] == 0.0f && std::signbit(r[0]));
+    EXPECT_EQ(r[1], 3.0f);
+    EXPECT_EQ(r[2], -std::numeric_limits<float>::infinity());
+    EXPECT_LE(ulpError(r[3], std::cbrt(static_cast<long double>(1e-40f))), 1.0L);
+
+    std::vector<Zvp32s> s;
+    for (std::int64_t c : {1, 2, 3, 4, 7, 8, 100, 1290}) {
+        for (int dlt = -1; dlt <= 1; ++dlt) {
+            const std::int64_t x = c * c * c + dlt;
+            if (x <= INT32_MAX) s.push_back(Zvp32s(x)), s.push_back(Zvp32s(-x));
+        }
+    }
+    for (auto x : randomInts<Zvp32s>(400, 9, INT32_MIN + 1, INT32_MAX)) s.push_back(x);
+    s.push_back(INT32_MIN);
+    s.push_back(INT32_MAX);
+    s.push_back(0);
+    std::vector<Zvp16s> d(s.size());
+    for (int sf = -16; sf <= 12; ++sf) {
+        ASSERT_EQ(zvpsCubrt_32s16s_Sfs(s.data(), d.data(), int(s.size()), sf), zvpStsNoErr);
+        for (std::size_t i = 0; i < s.size(); ++i) ASSERT_EQ(d[i], refCbrtScaled(s[i], sf)) << s[i] << " sf " << sf;
+    }
+}
+
+// ---- Exp -------------------------------------------------------------------------
+
+// Single-precision kernels: within 4 ulps (the 2^-21 relative bound) of the
+// long double function; double forms within 1 ulp.
+TEST(Exp, FloatsWithinBoundsAtEveryLength) {
+    for (int n = 1; n <= 67; ++n) {
+        auto x = randomReals<Zvp32f>(n, n, -110, 95);
+        GuardedBuffer d(n * 4, 4), d64(n * 8, 8), e64(n * 8, 4);
+        ASSERT_EQ(zvpsExp_32f(x.data(), d.as<Zvp32f>(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsExp_32f64f(x.data(), d64.as<Zvp64f>(), n), zvpStsNoErr);
+        std::vector<Zvp64f> y(x.begin(), x.end());
+        for (auto& v : y) v *= 7.1;
+        ASSERT_EQ(zvpsExp_64f(y.data(), e64.as<Zvp64f>(), n), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            ASSERT_LE(ulpError(d.as<Zvp32f>()[i], std::exp(static_cast<long double>(x[i]))), 4.0L) << x[i];
+            ASSERT_LE(ulpError(d64.as<Zvp64f>()[i], std::exp(static_cast<long double>(x[i]))), 1.0L) << x[i];
+            ASSERT_LE(ulpError(e64.as<Zvp64f>()[i], std::exp(static_cast<long double>(y[i]))), 1.0L) << y[i];
+        }
+        EXPECT_TRUE(d.guardsIntact() && d64.guardsIntact() && e64.guardsIntact());
+        ASSERT_EQ(zvpsExp_32f_I(x.data(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsExp_64f_I(y.data(), n), zvpStsNoErr);
+        EXPECT_EQ(std::memcmp(x.data(), d.data(), n * 4), 0);
+        EXPECT_EQ(std::memcmp(y.data(), e64.data(), n * 8), 0);
+    }
+    const float inf = std::numeric_limits<float>::infinity();
+    const Zvp32f sp[] = {0.0f, -0.0f, inf, -inf, std::numeric_limits<float>::quiet_NaN(), 88.72283f, 88.7229f,
+                         -87.33655f, -100.0f, -103.9f, -104.0f, -200.0f, 1e-30f};
+    const int n = int(sizeof sp / sizeof sp[0]);
+    Zvp32f r[n];
+    ASSERT_EQ(zvpsExp_32f(sp, r, n), zvpStsNoErr);
+    EXPECT_EQ(r[0], 1.0f);
+    EXPECT_EQ(r[1], 1.0f);
+    EXPECT_EQ(r[2], inf);
+    EXPECT_EQ(r[3], 0.0f);
+    EXPECT_TRUE(std::isnan(r[4]));
+    EXPECT_LE(ulpError(r[5], std::exp(static_cast<long double>(sp[5]))), 4.0L);
+    EXPECT_EQ(r[6], inf);
+    for (int i = 7; i < 11; ++i) EXPECT_LE(ulpError(r[i], std::exp(static_cast<long double>(sp[i]))), 4.0L) << sp[i];
+    EXPECT_EQ(r[11], 0.0f);
+    EXPECT_EQ(r[12], 1.0f);
+}
+
+// e^x * 2^-sf rounded: long double has 64 significant bits, so its values
+// are trusted except within 2^-56 (relative) of a half-integer; values too
+// large for it to resolve (above 2^50) are checked to that precision only.
+template <class T>
+void checkExpScaled(ZvpStatus (*f)(const T*, T*, int, int), ZvpStatus (*fi)(T*, int, int), const std::vector<T>& src,
+                    const std::vector<int>& sfs) {
+    const int n = int(src.size());
+    std::vector<T> dst(static_cast<std::size_t>(n));
+    const long double mx = static_cast<long double>(std::numeric_limits<T>::max());
+    int skipped = 0;
+    for (int sf : sfs) {
+        ASSERT_EQ(f(src.data(), dst.data(), n, sf), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            const long double v = std::exp(static_cast<long double>(src[i]) - sf * 0.693147180559945309417232121458L);
+            bool amb;
+            const long double want = roundClamp(src[i] == 0 ? std::ldexp(1.0L, -sf) : v, 0, mx, 0x1p-56L, &amb);
+            if (amb && src[i] != 0) {
+                if (v < 0x1p50L) {
+                    ++skipped;
+                } else {
+                    ASSERT_LE(std::fabs(static_cast<long double>(dst[i]) - want), v * 0x1p-56L + 1) << src[i];
+                }
+                continue;
+            }
+            ASSERT_EQ(static_cast<long double>(dst[i]), want) << "x=" << src[i] << " sf=" << sf;
+        }
+        std::vector<T> in(src);
+        ASSERT_EQ(fi(in.data(), n, sf), zvpStsNoErr);
+        ASSERT_EQ(in, dst);
+    }
+    EXPECT_LT(skipped, 3);
+}
+
+TEST(Exp, ScaledIntegersCorrectlyRounded) {
+    // 16s: every source where some factor gives a non-trivial result.
+    std::vector<Zvp16s> s16;
+    for (int x = -40; x <= 40; ++x) s16.push_back(Zvp16s(x));
+    s16.push_back(-32768);
+    s16.push_back(32767);
+    std::vector<int> sfs;
+    for (int sf = -20; sf <= 60; ++sf) sfs.push_back(sf);
+    checkExpScaled(zvpsExp_16s_Sfs, zvpsExp_16s_ISfs, s16, sfs);
+    std::vector<Zvp32s> s32 = randomInts<Zvp32s>(200, 31, -60, 100);
+    for (Zvp32s x : {0, 1, -1, 21, 22, INT32_MAX, INT32_MIN}) s32.push_back(x);
+    checkExpScaled(zvpsExp_32s_Sfs, zvpsExp_32s_ISfs, s32, {-40, -31, -30, -5, -1, 0, 1, 2, 10, 60, 140});
+    std::vector<Zvp64s> s64 = randomInts<Zvp64s>(200, 32, -60, 200);
+    for (Zvp64s x : std::initializer_list<Zvp64s>{0, 43, 44, Zvp64s(1) << 40, INT64_MAX, INT64_MIN}) s64.push_back(x);
+    checkExpScaled(zvpsExp_64s_Sfs, zvpsExp_64s_ISfs, s64, {-63, -62, -20, -1, 0, 1, 2, 50, 280});
+    // Exactly representable cases: e^0 * 2^-sf.
+    const Zvp16s zero[1] = {0};
+    Zvp16s r;
+    for (auto [sf, want] : {std::pair{0, 1}, {1, 0}, {-1, 2}, {-14, 16384}, {-15, 32767}, {-100, 32767}, {2, 0}}) {
+        ASSERT_EQ(zvpsExp_16s_Sfs(zero, &r, 1, sf), zvpStsNoErr);
+        EXPECT_EQ(r, want) << sf;
+    }
+}
+
+// ---- Ln --------------------------------------------------------------------------
+
+TEST(Ln, FloatsWithinBoundsAndSpecialValues) {
+    for (int n = 1; n <= 67; ++n) {
+        auto x = randomReals<Zvp32f>(n, n, 1e-3, 1e4);
+        std::vector<Zvp64f> y(x.begin(), x.end());
+        for (auto& v : y) v = std::pow(v, 7.3);
+        GuardedBuffer d(n * 4, 4), d64(n * 8, 8), e32(n * 4, 12);
+        ASSERT_EQ(zvpsLn_32f(x.data(), d.as<Zvp32f>(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsLn_64f(y.data(), d64.as<Zvp64f>(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsLn_64f32f(y.data(), e32.as<Zvp32f>(), n), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            ASSERT_LE(ulpError(d.as<Zvp32f>()[i], std::log(static_cast<long double>(x[i]))), 4.0L) << x[i];
+            ASSERT_LE(ulpError(d64.as<Zvp64f>()[i], std::log(static_cast<long double>(y[i]))), 1.0L) << y[i];
+            ASSERT_LE(ulpError(e32.as<Zvp32f>()[i], std::log(static_cast<long double>(y[i]))), 0.5L + 1e-6L);
+        }
+        EXPECT_TRUE(d.guardsIntact() && d64.guardsIntact() && e32.guardsIntact());
+        ASSERT_EQ(zvpsLn_32f_I(x.data(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsLn_64f_I(y.data(), n), zvpStsNoErr);
+        EXPECT_EQ(std::memcmp(x.data(), d.data(), n * 4), 0);
+        EXPECT_EQ(std::memcmp(y.data(), d64.data(), n * 8), 0);
+    }
+    const float inf = std::numeric_limits<float>::infinity();
+    const Zvp32f sp[] = {1.0f, 0.0f, -0.0f, -1.0f, -inf, inf, std::numeric_limits<float>::quiet_NaN(),
+                         1e-45f, 1.17549435e-38f, 3e-39f, 3.4e38f, 0.99999994f, 1.0000001f};
+    const int n = int(sizeof sp / sizeof sp[0]);
+    Zvp32f r[n];
+    ASSERT_EQ(zvpsLn_32f(sp, r, n), zvpStsNoErr);
+    EXPECT_EQ(r[0], 0.0f);
+    EXPECT_EQ(r[1], -inf);
+    EXPECT_EQ(r[2], -inf);
+    EXPECT_TRUE(std::isnan(r[3]) && std::isnan(r[4]) && std::isnan(r[6]));
+    EXPECT_EQ(r[5], inf);
+    for (int i = 7; i < n; ++i) EXPECT_LE(ulpError(r[i], std::log(static_cast<long double>(sp[i]))), 4.0L) << sp[i];
+}
+
+TEST(Ln, Scaled16sLadderAndWarnings) {
+    // The ladder's ends, step by step, at scale factor 0.
+    const int ends[][3] = {{1, 1, 0},        {2, 4, 1},         {5, 12, 2},        {13, 33, 3},
+                           {34, 90, 4},      {91, 244, 5},      {245, 665, 6},     {666, 1808, 7},
+                           {1809, 4914, 8},  {4915, 13359, 9},  {13360, 32767, 10}};
+    for (const auto& e : ends) {
+        const Zvp16s x[2] = {Zvp16s(e[0]), Zvp16s(e[1])};
+        Zvp16s r[2];
+        ASSERT_EQ(zvpsLn_16s_Sfs(x, r, 2, 0), zvpStsNoErr);
+        EXPECT_EQ(r[0], e[2]) << e[0];
+        EXPECT_EQ(r[1], e[2]) << e[1];
+    }
+    // Non-positive elements: -32768, and the first one decides the warning.
+    const Zvp16s a[3] = {0, -3, 5};
+    GuardedBuffer d(6);
+    EXPECT_EQ(zvpsLn_16s_Sfs(a, d.as<Zvp16s>(), 3, 0), zvpStsLnZeroArg);
+    EXPECT_EQ(d.as<Zvp16s>()[0], -32768);
+    EXPECT_EQ(d.as<Zvp16s>()[1], -32768);
+    EXPECT_EQ(d.as<Zvp16s>()[2], 2);
+    const Zvp16s b[2] = {-3, 0};
+    EXPECT_EQ(zvpsLn_16s_Sfs(b, d.as<Zvp16s>(), 2, 0), zvpStsLnNegArg);
+    EXPECT_EQ(zvpsLn_16s_Sfs(b, d.as<Zvp16s>(), 2, -5), zvpStsLnNegArg);
+    Zvp16s c[4] = {7, 100, -32768, 0};
+    EXPECT_EQ(zvpsLn_16s_ISfs(c, 4, -3), zvpStsLnNegArg);
+    EXPECT_EQ(c[2], -32768);
+    EXPECT_EQ(c[3], -32768);
+    // Equal pointers run the in-place form: a null pair gives -8 as in place.
+    EXPECT_EQ(zvpsLn_16s_Sfs(nullptr, nullptr, 3, 0), zvpStsNullPtrErr);
+    Zvp16s e[3] = {1, 0, 20};
+    EXPECT_EQ(zvpsLn_16s_Sfs(e, e, 3, -1), zvpStsLnZeroArg);
+    EXPECT_EQ(e[0], 0);
+    EXPECT_EQ(e[1], -32768);
+    EXPECT_EQ(e[2], 6);  // 2 ln 20 = 5.99
+}
+
+template <class S, class D>
+void checkLnScaled(ZvpStatus (*f)(const S*, D*, int, int), const std::vector<S>& src, const std::vector<int>& sfs) {
+    const int n = int(src.size());
+    std::vector<D> dst(static_cast<std::size_t>(n));
+    const long double mx = static_cast<long double>(std::numeric_limits<D>::max());
+    int skipped = 0;
+    for (int sf : sfs) {
+        f(src.data(), dst.data(), n, sf);
+        for (int i = 0; i < n; ++i) {
+            if (src[i] <= 0) {
+                ASSERT_EQ(dst[i], std::numeric_limits<D>::min());
+                continue;
+            }
+            bool amb;
+            const long double want =
+                roundClamp(std::ldexp(std::log(static_cast<long double>(src[i])), -sf), 0, mx, 0x1p-56L, &amb);
+            if (amb && src[i] != 1) {
+                ++skipped;
+                continue;
+            }
+            ASSERT_EQ(static_cast<long double>(dst[i]), want) << "x=" << src[i] << " sf=" << sf;
+        }
+    }
+    EXPECT_LT(skipped, 3);
+}
+
+TEST(Ln, ScaledIntegersCorrectlyRounded) {
+    std::vector<Zvp16s> all(65536);
+    for (int i = 0; i < 65536; ++i) all[i] = Zvp16s(i - 32768);
+    checkLnScaled(zvpsLn_16s_Sfs, all, {-16, -15, -14, -13, -1, 0, 1, 2, 3, 4, 5});
+    std::vector<Zvp32s> s32 = randomInts<Zvp32s>(3000, 41, 1, INT32_MAX);
+    for (auto x : randomInts<Zvp32s>(1000, 42, 1, 1000)) s32.push_back(x);
+    s32.push_back(INT32_MAX);
+    s32.push_back(0);
+    s32.push_back(-5);
+    checkLnScaled(zvpsLn_32s_Sfs, s32, {-27, -26, -20, -10, -1, 0, 1, 3, 5, 9});
+    checkLnScaled(zvpsLn_32s16s_Sfs, s32, {-12, -11, -10, -1, 0, 1, 3, 5});
+    // Warnings and in place for the 32-bit forms.
+    std::vector<Zvp32s> w = {5, -1, 0};
+    std::vector<Zvp32s> o(3);
+    EXPECT_EQ(zvpsLn_32s_Sfs(w.data(), o.data(), 3, 0), zvpStsLnNegArg);
+    EXPECT_EQ(o[1], INT32_MIN);
+    EXPECT_EQ(zvpsLn_32s_ISfs(w.data(), 3, 0), zvpStsLnNegArg);
+    EXPECT_EQ(w, o);
+    std::vector<Zvp16s> o16(3);
+    const Zvp32s z[3] = {0, -1, 1};
+    EXPECT_EQ(zvpsLn_32s16s_Sfs(z, o16.data(), 3, 0), zvpStsLnZeroArg);
+    EXPECT_EQ(o16[0], -32768);
+    EXPECT_EQ(o16[2], 0);
+}
+
+// 10 log10 x from a single-precision logarithm (relative error below
+// 2^-21), the rounding of x to single (2^-24) and the constant 4.3429446
+// (2^-24.4): within |v| * 2^-20 + 1/2 of the exact value v, and exact when
+// that bound stays clear of every half-integer.
+TEST(TenLog10, ScaledAgainstLongDouble) {
+    std::vector<Zvp32s> s = randomInts<Zvp32s>(600, 51, 1, INT32_MAX);
+    for (auto x : randomInts<Zvp32s>(200, 52, 1, 300)) s.push_back(x);
+    s.push_back(1);
+    s.push_back(10);
+    s.push_back(INT32_MAX);
+    s.push_back(0);
+    s.push_back(-7);
+    const int n = int(s.size());  // several blocks of 256 and a tail
+    std::vector<Zvp32s> d(static_cast<std::size_t>(n));
+    for (int sf : {-30, -25, -8, -1, 0, 1, 3, 7, 70}) {
+        ASSERT_EQ(zvps10Log10_32s_Sfs(s.data(), d.data(), n, sf), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            if (s[i] <= 0) {
+                ASSERT_EQ(d[i], INT32_MIN);
+                continue;
+            }
+            bool amb;
+            const long double v = std::ldexp(10 * std::log10(static_cast<long double>(s[i])), -sf);
+            const long double want = roundClamp(v, INT32_MIN, INT32_MAX, 0x1p-20L, &amb);
+            if (amb || std::fabs(v) * 0x1p-20L > 0.25L) {
+                const long double c = std::min<long double>(std::max<long double>(v, INT32_MIN), INT32_MAX);
+                ASSERT_LE(std::fabs(d[i] - c), std::fabs(v) * 0x1p-20L + 0.5L) << s[i] << " sf " << sf;
+            } else {
+                ASSERT_EQ(static_cast<long double>(d[i]), want) << s[i] << " sf " << sf;
+            }
+        }
+        std::vector<Zvp32s> in(s);
+        ASSERT_EQ(zvps10Log10_32s_ISfs(in.data(), n, sf), zvpStsNoErr);
+        ASSERT_EQ(in, d);
+    }
+    // Short lengths (tails of the block loop) agree with the long call.
+    ASSERT_EQ(zvps10Log10_32s_Sfs(s.data(), d.data(), n, 0), zvpStsNoErr);
+    for (int n1 = 1; n1 <= 9; ++n1) {
+        GuardedBuffer g(n1 * 4, 4);
+        ASSERT_EQ(zvps10Log10_32s_Sfs(s.data(), g.as<Zvp32s>(), n1, 0), zvpStsNoErr);
+        EXPECT_TRUE(g.guardsIntact());
+        EXPECT_EQ(std::memcmp(g.data(), d.data(), n1 * 4), 0);
+    }
+}
+
+// ---- SumLn -----------------------------------------------------------------------
+
+// The sum within n * 2^-50 (absolute, plus the output's rounding) of the
+// long double sum.
+TEST(SumLn, AgainstLongDoubleAndSpecialValues) {
+    for (int n : {1, 2, 3, 7, 64, 1023, 1024, 1025, 5000}) {
+        const auto x = randomReals<Zvp32f>(n, n, 1e-6, 1e6);
+        const auto y = randomReals<Zvp64f>(n, n + 3, 1e-300, 1e300);
+        const auto z = randomInts<Zvp16s>(n, n, 1, 32767);
+        long double rx = 0, ry = 0, rz = 0;
+        for (int i = 0; i < n; ++i) {
+            rx += std::log(static_cast<long double>(x[i]));
+            ry += std::log(static_cast<long double>(y[i]));
+            rz += std::log(static_cast<long double>(z[i]));
+        }
+        Zvp32f s32, s16;
+        Zvp64f s64, s3264;
+        ASSERT_EQ(zvpsSumLn_32f(x.data(), n, &s32), zvpStsNoErr);
+        ASSERT_EQ(zvpsSumLn_32f64f(x.data(), n, &s3264), zvpStsNoErr);
+        ASSERT_EQ(zvpsSumLn_64f(y.data(), n, &s64), zvpStsNoErr);
+        ASSERT_EQ(zvpsSumLn_16s32f(z.data(), n, &s16), zvpStsNoErr);
+        const long double tol = n * 0x1p-50L;
+        EXPECT_LE(std::fabs(s3264 - rx), tol + ulpAt<double>(rx)) << n;
+        EXPECT_LE(std::fabs(s64 - ry), tol + ulpAt<double>(ry)) << n;
+        EXPECT_LE(std::fabs(s32 - rx), tol + ulpAt<float>(rx)) << n;
+        EXPECT_LE(std::fabs(s16 - rz), tol + ulpAt<float>(rz)) << n;
+    }
+    const double inf = std::numeric_limits<double>::infinity();
+    auto sum = [](std::vector<Zvp64f> v) {
+        Zvp64f s;
+        EXPECT_EQ(zvpsSumLn_64f(v.data(), int(v.size()), &s), zvpStsNoErr);
+        return s;
+    };
+    EXPECT_EQ(sum({2, 0, 3}), -inf);
+    EXPECT_TRUE(std::isnan(sum({2, -1, 3})));
+    EXPECT_EQ(sum({2, inf}), inf);
+    EXPECT_TRUE(std::isnan(sum({0, inf, 1})));
+    EXPECT_TRUE(std::isnan(sum({1, std::numeric_limits<double>::quiet_NaN()})));
+    EXPECT_NEAR(sum({4.9e-324, 1e-310, 1}), std::log(4.9406564584124654e-324) + std::log(1e-310), 1e-12);
+    EXPECT_EQ(sum({1, 1, 1}), 0.0);
+    Zvp32f s;
+    const Zvp16s zi[3] = {5, 0, 7};
+    ASSERT_EQ(zvpsSumLn_16s32f(zi, 3, &s), zvpStsNoErr);
+    EXPECT_EQ(s, -std::numeric_limits<float>::infinity());
+}
+
+// ---- Arctan ----------------------------------------------------------------------
+
+TEST(Arctan, FloatsWithinBoundsAndSpecialValues) {
+    for (int n = 1; n <= 67; ++n) {
+        auto x = randomReals<Zvp32f>(n, n, -30, 30);
+        std::vector<Zvp64f> y(x.begin(), x.end());
+        for (auto& v : y) v = v * v * v;
+        GuardedBuffer d(n * 4, 4), d64(n * 8, 8);
+        ASSERT_EQ(zvpsArctan_32f(x.data(), d.as<Zvp32f>(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsArctan_64f(y.data(), d64.as<Zvp64f>(), n), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            ASSERT_LE(ulpError(d.as<Zvp32f>()[i], std::atan(static_cast<long double>(x[i]))), 4.0L) << x[i];
+            ASSERT_LE(ulpError(d64.as<Zvp64f>()[i], std::atan(static_cast<long double>(y[i]))), 1.0L) << y[i];
+        }
+        EXPECT_TRUE(d.guardsIntact() && d64.guardsIntact());
+        ASSERT_EQ(zvpsArctan_32f_I(x.data(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsArctan_64f_I(y.data(), n), zvpStsNoErr);
+        EXPECT_EQ(std::memcmp(x.data(), d.data(), n * 4), 0);
+        EXPECT_EQ(std::memcmp(y.data(), d64.data(), n * 8), 0);
+    }
+    const float inf = std::numeric_limits<float>::infinity();
+    const Zvp32f sp[] = {0.0f, -0.0f, inf, -inf, std::numeric_limits<float>::quiet_NaN(), 1e-40f,
+                         0.41421356f, 0.41421357f, 2.4142134f, 2.4142137f, 1.0f, -1e30f};
+    const int n = int(sizeof sp / sizeof sp[0]);
+    Zvp32f r[n];
+    ASSERT_EQ(zvpsArctan_32f(sp, r, n), zvpStsNoErr);
+    EXPECT_TRUE(r[0] == 0.0f && !std::signbit(r[0]));
+    EXPECT_TRUE(r[1] == 0.0f && std::signbit(r[1]));
+    EXPECT_EQ(r[2], 1.57079637f);
+    EXPECT_EQ(r[3], -1.57079637f);
+    EXPECT_TRUE(std::isnan(r[4]));
+    for (int i = 5; i < n; ++i) EXPECT_LE(ulpError(r[i], std::atan(static_cast<long double>(sp[i]))), 4.0L) << sp[i];
+}
+
+// ---- Normalize ---------------------------------------------------------------------
+
+// Floats: the difference rounded once, then divided with one more
+// rounding, so within half an ulp of the long double quotient of the
+// rounded difference.
+TEST(Normalize, FloatsAgainstLongDouble) {
+    for (int n = 1; n <= 67; ++n) {
+        const auto x = randomReals<Zvp32f>(2 * n, n, -100, 100);
+        const auto y = randomReals<Zvp64f>(2 * n, n + 1, -100, 100);
+        const Zvp32f sub = 3.25f, div = -0.37f;
+        const Zvp32fc csub{1.5f, -2.0f};
+        const Zvp64fc dsub{-7.0, 0.5};
+        GuardedBuffer d1(n * 4, 4), d2(n * 8, 8), d3(n * 8, 4), d4(n * 16, 8);
+        ASSERT_EQ(zvpsNormalize_32f(x.data(), d1.as<Zvp32f>(), n, sub, div), zvpStsNoErr);
+        ASSERT_EQ(zvpsNormalize_64f(y.data(), d2.as<Zvp64f>(), n, 2.0, 3.0), zvpStsNoErr);
+        ASSERT_EQ(zvpsNormalize_32fc(reinterpret_cast<const Zvp32fc*>(x.data()), d3.as<Zvp32fc>(), n, csub, div),
+                  zvpStsNoErr);
+        ASSERT_EQ(zvpsNormalize_64fc(reinterpret_cast<const Zvp64fc*>(y.data()), d4.as<Zvp64fc>(), n, dsub, 1e-30),
+                  zvpStsNoErr);
+        for (int i = 0; i < n; ++i) {
+            // The rounded difference divided exactly: one more rounding only.
+            const long double q1 = static_cast<long double>(Zvp32f(x[i] - sub)) / div;
+            const long double q2 = static_cast<long double>(Zvp64f(y[i] - 2.0)) / 3.0L;
+            const long double q3 = static_cast<long double>(Zvp32f(x[2 * i + 1] - csub.im)) / div;
+            const long double q4 = static_cast<long double>(Zvp64f(y[2 * i] - dsub.re)) / static_cast<long double>(1e-30);
+            ASSERT_LE(ulpError(d1.as<Zvp32f>()[i], q1), 0.5L);
+            ASSERT_LE(ulpError(d2.as<Zvp64f>()[i], q2), 0.5L);
+            ASSERT_LE(ulpError(d3.as<Zvp32fc>()[i].im, q3), 0.5L);
+            ASSERT_LE(ulpError(d4.as<Zvp64fc>()[i].re, q4), 0.5L);
+        }
+        EXPECT_TRUE(d1.guardsIntact() && d2.guardsIntact() && d3.guardsIntact() && d4.guardsIntact());
+    }
+}
+
+// Integers: round((x - sub) * 2^-sf / div) exactly. The candidate comes
+// from a long double quotient; the comparisons with m +- 1/2 are exact in
+// long double (2n * 2^-sf and (2m+1) * div both fit 64 significant bits).
+Zvp16s refNormalize(std::int64_t x, std::int64_t sub, std::int64_t div, int sf) {
+    const long double n2 = std::ldexp(static_cast<long double>(2 * (x - sub)), -sf);
+    const long double sgn = div < 0 ? -1 : 1;
+    auto side = [&](std::int64_t m) {  // sign of value - (m + 1/2)
+        const long double d = (n2 - static_cast<long double>(2 * m + 1) * static_cast<long double>(div)) * sgn;
+        return d < 0 ? -1 : d > 0 ? 1 : 0;
+    };
+    const long double q = std::nearbyint(n2 / 2 / static_cast<long double>(div));
+    if (q > 40000) return 32767;
+    if (q < -40000) return -32768;
+    std::int64_t m = std::int64_t(q);
+    while (side(m) > 0) ++m;       // value above m + 1/2
+    while (side(m - 1) < 0) --m;   // value below m - 1/2
+    if (side(m) == 0 && (m & 1)) ++m;
+    else if (side(m - 1) == 0 && (m & 1)) --m;
+    return Zvp16s(std::min<std::int64_t>(32767, std::max<std::int64_t>(-32768, m)));
+}
+
+TEST(Normalize, ScaledIntegersExact) {
+    std::vector<Zvp16s> all(65536);
+    for (int i = 0; i < 65536; ++i) all[i] = Zvp16s(i - 32768);
+    std::vector<Zvp16s> d(all.size());
+    const int cases[][3] = {{0, 1, 0}, {100, 3, 0}, {-32768, 2, 1}, {5, -7, -2}, {32767, 65536, -14},
+                            {0, 1, -1}, {-1, -1, 17}, {7, 1000003, -20}, {0, 2147483647, -40}, {1, 10, 3}};
+    for (const auto& c : cases) {
+        ASSERT_EQ(zvpsNormalize_16s_Sfs(all.data(), d.data(), 65536, Zvp16s(c[0]), c[1], c[2]), zvpStsNoErr);
+        for (int i = 0; i < 65536; ++i)
+            ASSERT_EQ(d[i], refNormalize(all[i], c[0], c[1], c[2])) << all[i] << " case " << c[0] << "," << c[1];
+    }
+    const auto* z = reinterpret_cast<const Zvp16sc*>(all.data());
+    std::vector<Zvp16sc> dz(32768);
+    ASSERT_EQ(zvpsNormalize_16sc_Sfs(z, dz.data(), 32768, Zvp16sc{3, -4}, -6, 1), zvpStsNoErr);
+    for (int i = 0; i < 32768; ++i) {
+        ASSERT_EQ(dz[i].re, refNormalize(z[i].re, 3, -6, 1));
+        ASSERT_EQ(dz[i].im, refNormalize(z[i].im, -4, -6, 1));
+    }
+    // Ties to even: (5 - 0) / 2 = 2.5 -> 2, 7/2 = 3.5 -> 4, -5/2 -> -2.
+    const Zvp16s t[3] = {5, 7, -5};
+    Zvp16s r[3];
+    ASSERT_EQ(zvpsNormalize_16s_Sfs(t, r, 3, 0, 2, 0), zvpStsNoErr);
+    EXPECT_TRUE(r[0] == 2 && r[1] == 4 && r[2] == -2);
+}
+
+}  // namespace
