@@ -1,5 +1,6 @@
 // zvpSP demo: what the library is, what the processor offers, and a short
 // signal chain built from the library's operations.
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 
@@ -7,6 +8,8 @@
 #include "zvps.h"
 
 namespace {
+
+constexpr double kPi = 3.14159265358979323846;
 
 void section(const char* title) { std::printf("\n== %s ==\n", title); }
 
@@ -80,6 +83,66 @@ void showCopies() {
     std::printf("3 bits from offset 6 into 0x15 -> 0x%02x\n", dst);
 }
 
+// Mixes two loud 16-bit signals: at scale factor 0 the sum saturates, at
+// scale factor 1 it is halved (rounded to nearest, ties to even) and fits.
+void showMixing() {
+    section("Mixing two 16-bit signals");
+    constexpr int n = 48;
+    Zvp16s a[n], b[n], mix0[n], mix1[n];
+    for (int i = 0; i < n; ++i) {
+        a[i] = static_cast<Zvp16s>(29000.0 * std::sin(2 * kPi * i / 16.0));
+        b[i] = static_cast<Zvp16s>(i % 12 < 6 ? 26000 : -26000);
+    }
+    zvpsAdd_16s_Sfs(a, b, mix0, n, 0);
+    zvpsAdd_16s_Sfs(a, b, mix1, n, 1);
+    int clipped = 0;
+    for (int i = 0; i < n; ++i) clipped += (mix0[i] == 32767 || mix0[i] == -32768);
+    std::printf("   a      b    a+b (sf 0)  (a+b)/2 (sf 1)\n");
+    for (int i = 0; i < 6; ++i)
+        std::printf("%6d %6d %10d %14d\n", a[i], b[i], mix0[i], mix1[i]);
+    std::printf("samples clipped at scale factor 0: %d of %d; at scale factor 1: none\n", clipped, n);
+}
+
+// The magnitude spectrum of a two-tone signal through the real FFT.
+void showSpectrum() {
+    section("Spectrum");
+    constexpr int order = 10, n = 1 << order;
+    constexpr double fs = 8000.0;
+    ZvpsFFTSpec_R_32f* spec = nullptr;
+    if (zvpsFFTInitAlloc_R_32f(&spec, order, ZVP_FFT_NODIV_BY_ANY, zvpAlgHintNone) != zvpStsNoErr) {
+        std::printf("no FFT specification\n");
+        return;
+    }
+    int bufSize = 0;
+    zvpsFFTGetBufSize_R_32f(spec, &bufSize);
+    Zvp8u* buf = bufSize > 0 ? zvpsMalloc_8u(bufSize) : nullptr;
+    Zvp32f* x = zvpsMalloc_32f(n);
+    Zvp32f* ccs = zvpsMalloc_32f(n + 2);
+    if (x && ccs) {
+        for (int i = 0; i < n; ++i)
+            x[i] = static_cast<Zvp32f>(std::sin(2 * kPi * 1000.0 * i / fs) +
+                                       0.25 * std::cos(2 * kPi * 2500.0 * i / fs));
+        zvpsFFTFwd_RToCCS_32f(x, ccs, spec, buf);
+        // Single-sided amplitude: |X[k]| * 2 / N.
+        Zvp32f mag[n / 2 + 1];
+        for (int k = 0; k <= n / 2; ++k)
+            mag[k] = std::sqrt(ccs[2 * k] * ccs[2 * k] + ccs[2 * k + 1] * ccs[2 * k + 1]) * 2.0f / n;
+        std::printf("%d-point real FFT at %.0f Hz; the strongest bins:\n", n, fs);
+        for (int peak = 0; peak < 3; ++peak) {
+            int best = 0;
+            for (int k = 1; k <= n / 2; ++k)
+                if (mag[k] > mag[best]) best = k;
+            std::printf("  bin %4d  %7.1f Hz  amplitude %.4f  (%6.1f dB)\n", best, best * fs / n,
+                        mag[best], 20.0 * std::log10(mag[best] > 1e-12f ? mag[best] : 1e-12f));
+            mag[best] = 0;
+        }
+    }
+    zvpsFree(ccs);
+    zvpsFree(x);
+    zvpsFree(buf);
+    zvpsFFTFree_R_32f(spec);
+}
+
 }  // namespace
 
 int main() {
@@ -88,5 +151,7 @@ int main() {
     showCpu();
     showStatuses();
     showCopies();
+    showMixing();
+    showSpectrum();
     return 0;
 }
