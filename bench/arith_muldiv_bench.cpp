@@ -9,6 +9,8 @@
 
 #include <cstdint>
 #include <cstring>
+#include <map>
+#include <utility>
 #include <random>
 #include <vector>
 
@@ -32,6 +34,16 @@ std::vector<T> randomVec(std::size_t n, unsigned seed, bool nonZero = false) {
     return v;
 }
 
+// The buffers of a benchmark: the library and its peers read and write the
+// very same arrays (slot, size), so placement effects cancel in the ratios.
+template <class T>
+T* shared(int slot, std::size_t n, unsigned seed, bool nonZero = false) {
+    static std::map<std::pair<int, std::size_t>, std::vector<T>> pool;
+    auto& v = pool[{slot, n}];
+    if (v.size() != n) v = randomVec<T>(n, seed, nonZero);
+    return v.data();
+}
+
 void setBytes(benchmark::State& st, int64_t n, std::size_t elem, int streams) {
     st.SetBytesProcessed(st.iterations() * n * int64_t(elem) * streams);
 }
@@ -49,17 +61,17 @@ void loop(benchmark::State& st, void* out, F f) {
 
 void BM_Memcpy32(benchmark::State& st) {
     const int n = int(st.range(0));
-    auto a = randomVec<float>(n, 1);
-    std::vector<float> d(n);
-    loop(st, d.data(), [&] { std::memcpy(d.data(), a.data(), std::size_t(n) * sizeof(float)); });
+    float* a = shared<float>(0, n, 1);
+    float* d = shared<float>(1, n, 2);
+    loop(st, d, [&] { std::memcpy(d, a, std::size_t(n) * sizeof(float)); });
     setBytes(st, n, sizeof(float), 2);
 }
 
 void BM_Memcpy64(benchmark::State& st) {
     const int n = int(st.range(0));
-    auto a = randomVec<double>(n, 1);
-    std::vector<double> d(n);
-    loop(st, d.data(), [&] { std::memcpy(d.data(), a.data(), std::size_t(n) * sizeof(double)); });
+    double* a = shared<double>(0, n, 1);
+    double* d = shared<double>(1, n, 2);
+    loop(st, d, [&] { std::memcpy(d, a, std::size_t(n) * sizeof(double)); });
     setBytes(st, n, sizeof(double), 2);
 }
 
@@ -67,12 +79,10 @@ void BM_Memcpy64(benchmark::State& st) {
 
 void BM_Mul32fc_Library(benchmark::State& st) {
     const int n = int(st.range(0));
-    auto a = randomVec<float>(2 * n, 1), b = randomVec<float>(2 * n, 2);
-    std::vector<float> d(2 * n);
-    const auto* ca = reinterpret_cast<const Zvp32fc*>(a.data());
-    const auto* cb = reinterpret_cast<const Zvp32fc*>(b.data());
-    auto* cd = reinterpret_cast<Zvp32fc*>(d.data());
-    loop(st, d.data(), [&] { zvpsMul_32fc(ca, cb, cd, n); });
+    const auto* ca = reinterpret_cast<const Zvp32fc*>(shared<float>(2, 2 * n, 1));
+    const auto* cb = reinterpret_cast<const Zvp32fc*>(shared<float>(3, 2 * n, 2));
+    auto* cd = reinterpret_cast<Zvp32fc*>(shared<float>(4, 2 * n, 3));
+    loop(st, cd, [&] { zvpsMul_32fc(ca, cb, cd, n); });
     setBytes(st, n, sizeof(Zvp32fc), 3);
 }
 
@@ -87,12 +97,10 @@ __attribute__((noinline)) void plainMul32fc(const Zvp32fc* a, const Zvp32fc* b, 
 
 void BM_Mul32fc_PlainLoop(benchmark::State& st) {
     const int n = int(st.range(0));
-    auto a = randomVec<float>(2 * n, 1), b = randomVec<float>(2 * n, 2);
-    std::vector<float> d(2 * n);
-    const auto* ca = reinterpret_cast<const Zvp32fc*>(a.data());
-    const auto* cb = reinterpret_cast<const Zvp32fc*>(b.data());
-    auto* cd = reinterpret_cast<Zvp32fc*>(d.data());
-    loop(st, d.data(), [&] { plainMul32fc(ca, cb, cd, n); });
+    const auto* ca = reinterpret_cast<const Zvp32fc*>(shared<float>(2, 2 * n, 1));
+    const auto* cb = reinterpret_cast<const Zvp32fc*>(shared<float>(3, 2 * n, 2));
+    auto* cd = reinterpret_cast<Zvp32fc*>(shared<float>(4, 2 * n, 3));
+    loop(st, cd, [&] { plainMul32fc(ca, cb, cd, n); });
     setBytes(st, n, sizeof(Zvp32fc), 3);
 }
 
@@ -100,9 +108,9 @@ void BM_Mul32fc_PlainLoop(benchmark::State& st) {
 
 void BM_MulC32f_Library(benchmark::State& st) {
     const int n = int(st.range(0));
-    auto a = randomVec<float>(n, 3);
-    std::vector<float> d(n);
-    loop(st, d.data(), [&] { zvpsMulC_32f(a.data(), 1.25f, d.data(), n); });
+    float* a = shared<float>(5, n, 3);
+    float* d = shared<float>(6, n, 4);
+    loop(st, d, [&] { zvpsMulC_32f(a, 1.25f, d, n); });
     setBytes(st, n, sizeof(float), 2);
 }
 
@@ -112,9 +120,9 @@ __attribute__((noinline)) void plainMulC32f(const float* a, float c, float* d, i
 
 void BM_MulC32f_PlainLoop(benchmark::State& st) {
     const int n = int(st.range(0));
-    auto a = randomVec<float>(n, 3);
-    std::vector<float> d(n);
-    loop(st, d.data(), [&] { plainMulC32f(a.data(), 1.25f, d.data(), n); });
+    float* a = shared<float>(5, n, 3);
+    float* d = shared<float>(6, n, 4);
+    loop(st, d, [&] { plainMulC32f(a, 1.25f, d, n); });
     setBytes(st, n, sizeof(float), 2);
 }
 
@@ -122,9 +130,10 @@ void BM_MulC32f_PlainLoop(benchmark::State& st) {
 
 void BM_Mul16sSfs_Library(benchmark::State& st) {
     const int n = int(st.range(0)), sf = int(st.range(1));
-    auto a = randomVec<int16_t>(n, 4), b = randomVec<int16_t>(n, 5);
-    std::vector<int16_t> d(n);
-    loop(st, d.data(), [&] { zvpsMul_16s_Sfs(a.data(), b.data(), d.data(), n, sf); });
+    int16_t* a = shared<int16_t>(7, n, 4);
+    int16_t* b = shared<int16_t>(8, n, 5);
+    int16_t* d = shared<int16_t>(9, n, 6);
+    loop(st, d, [&] { zvpsMul_16s_Sfs(a, b, d, n, sf); });
     setBytes(st, n, sizeof(int16_t), 3);
 }
 
@@ -150,17 +159,19 @@ __attribute__((noinline, optimize("no-tree-vectorize"))) void scalarMul16sSfs(co
 
 void BM_Mul16sSfs_ScalarLoop(benchmark::State& st) {
     const int n = int(st.range(0)), sf = int(st.range(1));
-    auto a = randomVec<int16_t>(n, 4), b = randomVec<int16_t>(n, 5);
-    std::vector<int16_t> d(n);
-    loop(st, d.data(), [&] { scalarMul16sSfs(a.data(), b.data(), d.data(), n, sf); });
+    int16_t* a = shared<int16_t>(7, n, 4);
+    int16_t* b = shared<int16_t>(8, n, 5);
+    int16_t* d = shared<int16_t>(9, n, 6);
+    loop(st, d, [&] { scalarMul16sSfs(a, b, d, n, sf); });
     setBytes(st, n, sizeof(int16_t), 3);
 }
 
 void BM_Mul16sSfs_PlainLoop(benchmark::State& st) {
     const int n = int(st.range(0)), sf = int(st.range(1));
-    auto a = randomVec<int16_t>(n, 4), b = randomVec<int16_t>(n, 5);
-    std::vector<int16_t> d(n);
-    loop(st, d.data(), [&] { plainMul16sSfs(a.data(), b.data(), d.data(), n, sf); });
+    int16_t* a = shared<int16_t>(7, n, 4);
+    int16_t* b = shared<int16_t>(8, n, 5);
+    int16_t* d = shared<int16_t>(9, n, 6);
+    loop(st, d, [&] { plainMul16sSfs(a, b, d, n, sf); });
     setBytes(st, n, sizeof(int16_t), 3);
 }
 
@@ -168,9 +179,10 @@ void BM_Mul16sSfs_PlainLoop(benchmark::State& st) {
 
 void BM_Div16sSfs_Library(benchmark::State& st) {
     const int n = int(st.range(0)), sf = int(st.range(1));
-    auto a = randomVec<int16_t>(n, 6, true), b = randomVec<int16_t>(n, 7);
-    std::vector<int16_t> d(n);
-    loop(st, d.data(), [&] { zvpsDiv_16s_Sfs(a.data(), b.data(), d.data(), n, sf); });
+    int16_t* a = shared<int16_t>(10, n, 6, true);
+    int16_t* b = shared<int16_t>(11, n, 7);
+    int16_t* d = shared<int16_t>(12, n, 8);
+    loop(st, d, [&] { zvpsDiv_16s_Sfs(a, b, d, n, sf); });
     setBytes(st, n, sizeof(int16_t), 3);
 }
 
@@ -202,9 +214,10 @@ __attribute__((noinline)) void plainDiv16sSfs(const int16_t* a, const int16_t* b
 
 void BM_Div16sSfs_PlainLoop(benchmark::State& st) {
     const int n = int(st.range(0)), sf = int(st.range(1));
-    auto a = randomVec<int16_t>(n, 6, true), b = randomVec<int16_t>(n, 7);
-    std::vector<int16_t> d(n);
-    loop(st, d.data(), [&] { plainDiv16sSfs(a.data(), b.data(), d.data(), n, sf); });
+    int16_t* a = shared<int16_t>(10, n, 6, true);
+    int16_t* b = shared<int16_t>(11, n, 7);
+    int16_t* d = shared<int16_t>(12, n, 8);
+    loop(st, d, [&] { plainDiv16sSfs(a, b, d, n, sf); });
     setBytes(st, n, sizeof(int16_t), 3);
 }
 

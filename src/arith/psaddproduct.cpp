@@ -90,7 +90,7 @@ struct AddProdReal {
     const T* a;
     const T* b;
     T* d;
-    void vec(int i) const { store(d + i, add(load(d + i), mul(load(a + i), load(b + i)))); }
+    Vec<T> compute(int i) const { return add(load(d + i), mul(load(a + i), load(b + i))); }
     void tail(int i) const { d[i] = d[i] + a[i] * b[i]; }
 };
 
@@ -99,7 +99,7 @@ struct AddProdCplx {
     const T* a;
     const T* b;
     T* d;
-    void vec(int i) const { store(d + i, add(load(d + i), cmul(load(a + i), load(b + i)))); }
+    Vec<T> compute(int i) const { return add(load(d + i), cmul(load(a + i), load(b + i))); }
     void tail(int i) const {
         T re, im;
         cmulScalar(a[i], a[i + 1], b[i], b[i + 1], re, im);
@@ -113,7 +113,7 @@ struct AddProdC32f {
     float c;
     float* d;
     __m128 cv = _mm_set1_ps(c);
-    void vec(int i) const { store(d + i, add(load(d + i), mul(load(a + i), cv))); }
+    __m128 compute(int i) const { return add(load(d + i), mul(load(a + i), cv)); }
     void tail(int i) const { d[i] = d[i] + a[i] * c; }
 };
 

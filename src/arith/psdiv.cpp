@@ -102,10 +102,10 @@ struct DivReal {  // d = b / a
     T* d;
     mutable Vec<T> zeros = zero(T());
     mutable bool zeroTail = false;
-    void vec(int i) const {
+    Vec<T> compute(int i) const {
         const Vec<T> x = load(a + i);
         zeros = bitOr(zeros, cmpeq(x, zero(T())));
-        store(d + i, div(load(b + i), x));
+        return div(load(b + i), x);
     }
     void tail(int i) const {
         zeroTail |= a[i] == T(0);
@@ -122,10 +122,10 @@ struct DivRevC {  // d = c / a
     Vec<T> cv = set1(c);
     mutable Vec<T> zeros = zero(T());
     mutable bool zeroTail = false;
-    void vec(int i) const {
+    Vec<T> compute(int i) const {
         const Vec<T> x = load(a + i);
         zeros = bitOr(zeros, cmpeq(x, zero(T())));
-        store(d + i, div(cv, x));
+        return div(cv, x);
     }
     void tail(int i) const {
         zeroTail |= a[i] == T(0);

@@ -23,7 +23,7 @@ struct MulReal {
     const T* a;
     const T* b;
     T* d;
-    void vec(int i) const { store(d + i, mul(load(a + i), load(b + i))); }
+    Vec<T> compute(int i) const { return mul(load(a + i), load(b + i)); }
     void tail(int i) const { d[i] = a[i] * b[i]; }
 };
 
@@ -35,7 +35,7 @@ struct MulRealC {
     T* d;
     Vec<T> cv;
     MulRealC(const T* a_, T c_, T* d_) : a(a_), c(c_), d(d_), cv(set1(c_)) {}
-    void vec(int i) const { store(d + i, mul(load(a + i), cv)); }
+    Vec<T> compute(int i) const { return mul(load(a + i), cv); }
     void tail(int i) const { d[i] = a[i] * c; }
 };
 
@@ -45,7 +45,7 @@ struct MulCplx {
     const T* a;
     const T* b;
     T* d;
-    void vec(int i) const { store(d + i, cmul(load(a + i), load(b + i))); }
+    Vec<T> compute(int i) const { return cmul(load(a + i), load(b + i)); }
     void tail(int i) const { cmulScalar(a[i], a[i + 1], b[i], b[i + 1], d[i], d[i + 1]); }
 };
 
@@ -58,7 +58,7 @@ struct MulCplxC {
     Vec<T> c, cs;
     MulCplxC(const T* a_, T re, T im, T* d_)
         : a(a_), cr(re), ci(im), d(d_), c(cpair(re, im)), cs(cpair(im, re)) {}
-    void vec(int i) const { store(d + i, cmulConst(load(a + i), c, cs)); }
+    Vec<T> compute(int i) const { return cmulConst(load(a + i), c, cs); }
     void tail(int i) const { cmulScalar(a[i], a[i + 1], cr, ci, d[i], d[i + 1]); }
 };
 
@@ -67,9 +67,9 @@ struct MulRealCplx {
     const float* a;
     const float* b;
     float* d;
-    void vec(int i) const {
+    __m128 compute(int i) const {
         const __m128 x = _mm_castpd_ps(_mm_load_sd(reinterpret_cast<const double*>(a + i / 2)));
-        store(d + i, _mm_mul_ps(_mm_unpacklo_ps(x, x), load(b + i)));
+        return _mm_mul_ps(_mm_unpacklo_ps(x, x), load(b + i));
     }
     void tail(int i) const {
         d[i] = a[i / 2] * b[i];

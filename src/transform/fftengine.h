@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "fftspec.h"
 #include "fftvec.h"
 
 namespace zvp::fft {
@@ -216,32 +217,97 @@ void stageR4(In in, Out out, size_t ng, size_t lg, const typename V::T* tw,
     }
 }
 
-// Sub-transform size handled block by block (fits the first-level cache).
-constexpr size_t kBlockPoints = 2048;
+// Radix-8 decimation-in-time pass: decimation d of the eight transforms of L
+// points sits at rev3(d) L; seven roots per position.
+constexpr size_t kLegPos8[8] = {0, 4, 2, 6, 1, 5, 3, 7};
 
-// Radix-4 passes after the first pass of a 2^m-point engine, on the working
-// area w; the last pass writes to out (multiplying by scale when SCALE).
-// tw holds the twiddles of the passes L = S0, 4 S0, ... (S0 = 4 or 8).
+template <class V, bool INV, bool SCALE, class In, class Out>
+[[gnu::always_inline]] inline void butterfly8At(const In& in, const Out& out, size_t p, size_t lg,
+                                                const typename V::T* t, typename V::R scale) {
+    constexpr int W = V::W;
+    auto tw = [&](int d, CV<V> x) {
+        return cmul<V, INV>(x, V::lda(t + 2 * W * (d - 1)), V::lda(t + 2 * W * (d - 1) + W));
+    };
+    // Even decimations 0, 2, 4, 6 (at 0, 2L, L, 3L): a radix-4 step.
+    CV<V> e0 = in.load(ptrdiff_t(p));
+    CV<V> e1 = tw(2, in.load(ptrdiff_t(p + 2 * lg)));
+    CV<V> e2 = tw(4, in.load(ptrdiff_t(p + lg)));
+    CV<V> e3 = tw(6, in.load(ptrdiff_t(p + 3 * lg)));
+    radix4<V, INV>(e0, e1, e2, e3);
+    // Odd decimations 1, 3, 5, 7 (at 4L, 6L, 5L, 7L): another, then w8^k.
+    CV<V> o0 = tw(1, in.load(ptrdiff_t(p + 4 * lg)));
+    CV<V> o1 = tw(3, in.load(ptrdiff_t(p + 6 * lg)));
+    CV<V> o2 = tw(5, in.load(ptrdiff_t(p + 5 * lg)));
+    CV<V> o3 = tw(7, in.load(ptrdiff_t(p + 7 * lg)));
+    radix4<V, INV>(o0, o1, o2, o3);
+    o1 = rotate<V, INV, 8, 1>(o1);
+    o2 = rotate<V, INV, 8, 2>(o2);
+    o3 = rotate<V, INV, 8, 3>(o3);
+    CV<V> y[8] = {cadd(e0, o0), cadd(e1, o1), cadd(e2, o2), cadd(e3, o3),
+                  csub(e0, o0), csub(e1, o1), csub(e2, o2), csub(e3, o3)};
+    for (int q = 0; q < 8; ++q) {
+        if constexpr (SCALE) y[q] = cscale(y[q], scale);
+        out.store(ptrdiff_t(p + q * lg), y[q]);
+    }
+}
+
+template <class V, bool INV, bool SCALE, class In, class Out>
+void stageR8(In in, Out out, size_t ng, size_t lg, const typename V::T* tw, typename V::R scale) {
+    constexpr int W = V::W;
+    const size_t span = 8 * lg;
+    if (lg >= 4) {
+        for (size_t b = 0; b < ng; b += span)
+            for (size_t j = 0; j < lg; ++j)
+                butterfly8At<V, INV, SCALE>(in, out, b + j, lg, tw + 14 * W * j, scale);
+    } else {
+        for (size_t j = 0; j < lg; ++j)
+            for (size_t b = 0; b < ng; b += span)
+                butterfly8At<V, INV, SCALE>(in, out, b + j, lg, tw + 14 * W * j, scale);
+    }
+}
+
+template <class V, bool INV, bool SCALE, class In, class Out>
+inline void runPass(int bits, In in, Out out, size_t ng, size_t lg, const typename V::T* tw,
+                    typename V::R scale) {
+    if (bits == 3) stageR8<V, INV, SCALE>(in, out, ng, lg, tw, scale);
+    else stageR4<V, INV, SCALE>(in, out, ng, lg, tw, scale);
+}
+
+// The passes after the first pass of a 2^m-point engine (see PassPlan), on
+// the working area w; the last pass writes to out (multiplying by scale when
+// SCALE). tw holds the twiddles of every pass in order.
 template <class V, bool INV, bool SCALE, class Work, class Out>
-void enginePasses(Work w, Out out, int m, const typename V::T* tw,
-                  typename V::T scale) {
+void enginePasses(Work w, Out out, int m, const typename V::T* tw, typename V::T scale) {
     constexpr int W = V::W;
     const size_t n = size_t(1) << m;
-    const size_t s0 = (m & 1) ? 8 : 4;
+    const PassPlan plan = passPlan(m);
     const auto sc = V::set1(scale);
     const auto one = V::set1(typename V::T(1));
-    size_t blk = s0;
-    while (blk * 4 <= kBlockPoints) blk *= 4;
-    size_t L = s0;
-    if (n > blk) {
-        for (size_t b0 = 0; b0 < n; b0 += blk)
-            for (size_t l = s0; 4 * l <= blk; l *= 4)
-                stageR4<V, INV, false>(w.at(ptrdiff_t(b0 / W)), w.at(ptrdiff_t(b0 / W)), blk / W,
-                                       l / W, tw + 2 * (l - s0), one);
-        L = blk;
+    size_t L = size_t(1) << plan.bits[0];
+    int i = 1;
+    if (plan.blocked > 0) {
+        const size_t blk = size_t(1) << plan.blockBits;
+        for (size_t b0 = 0; b0 < n; b0 += blk) {
+            size_t l = L;
+            const typename V::T* t = tw;
+            const auto wb = w.at(ptrdiff_t(b0 / W));
+            for (int j = 1; j < plan.blocked; ++j) {
+                runPass<V, INV, false>(plan.bits[j], wb, wb, blk / W, l / W, t, one);
+                t += 2 * ((size_t(1) << plan.bits[j]) - 1) * l;
+                l <<= plan.bits[j];
+            }
+        }
+        for (; i < plan.blocked; ++i) {
+            tw += 2 * ((size_t(1) << plan.bits[i]) - 1) * L;
+            L <<= plan.bits[i];
+        }
     }
-    for (; 4 * L < n; L *= 4) stageR4<V, INV, false>(w, w, n / W, L / W, tw + 2 * (L - s0), one);
-    stageR4<V, INV, SCALE>(w, out, n / W, L / W, tw + 2 * (L - s0), sc);
+    for (; i + 1 < plan.count; ++i) {
+        runPass<V, INV, false>(plan.bits[i], w, w, n / W, L / W, tw, one);
+        tw += 2 * ((size_t(1) << plan.bits[i]) - 1) * L;
+        L <<= plan.bits[i];
+    }
+    runPass<V, INV, SCALE>(plan.bits[i], w, out, n / W, L / W, tw, sc);
 }
 
 // Whole engine for orders 6 and up below the large scheme: first pass with
@@ -250,8 +316,7 @@ template <class V, bool INV, class In, class Work, class Out>
 void engineRev(In in, Work w, Out out, int m, const std::int32_t* rev,
                const typename V::T* tw, bool scaled, typename V::T scale) {
     const size_t n = size_t(1) << m;
-    if (m & 1) firstPassRev<V, INV, 8>(in, w, n, rev);
-    else firstPassRev<V, INV, 4>(in, w, n, rev);
+    firstPassRev<V, INV, 4>(in, w, n, rev);
     if (scaled) enginePasses<V, INV, true>(w, out, m, tw, scale);
     else enginePasses<V, INV, false>(w, out, m, tw, scale);
 }
@@ -262,8 +327,7 @@ template <class V, bool INV, class Raw, class Work, class Out>
 void engineNoRev(Raw raw, Work w, Out out, int m, const typename V::T* tw, bool scaled,
                  typename V::T scale) {
     const size_t n = size_t(1) << m;
-    if (m & 1) firstPassContig<V, INV, 8>(raw, w, n);
-    else firstPassContig<V, INV, 4>(raw, w, n);
+    firstPassContig<V, INV, 4>(raw, w, n);
     if (scaled) enginePasses<V, INV, true>(w, out, m, tw, scale);
     else enginePasses<V, INV, false>(w, out, m, tw, scale);
 }
@@ -272,72 +336,112 @@ void engineNoRev(Raw raw, Work w, Out out, int m, const typename V::T* tw, bool 
 
 constexpr size_t kStripPoints = 64;
 
-// The data form a C x R matrix (C = 2^b rows of R points, each row already
-// transformed, rows in bit-reversed order); the remaining b levels run as b/2
-// radix-4 passes down the columns, 64 columns at a time through buf. Strip,
-// pass, row-in-block and column group order the twiddle table, which is read
-// straight through; the last pass keeps one root per position and squares it
-// for the other two legs.
+// Rows in bit-reversed order: decimation l of a radix-4 step sits at rev2(l).
+constexpr size_t kLegPos[4] = {0, 2, 1, 3};
+
+// One radix-4 column butterfly over a strip group cg: rows r0 + kLegPos[l] lr
+// in, rows r0 + q lr out.
+template <class V, bool INV, bool SCALE, class In, class Out>
+[[gnu::always_inline]] inline void columnButterfly(const In& in, size_t inStride, const Out& out,
+                                                   size_t outStride, size_t r0, size_t lr,
+                                                   size_t col, typename V::R w1r,
+                                                   typename V::R w1i, typename V::R w2r,
+                                                   typename V::R w2i, typename V::R w3r,
+                                                   typename V::R w3i, typename V::R sc) {
+    CV<V> a[4];
+    for (int l = 0; l < 4; ++l) a[l] = in.load(ptrdiff_t((r0 + kLegPos[l] * lr) * inStride + col));
+    a[1] = cmul<V, INV>(a[1], w1r, w1i);
+    a[2] = cmul<V, INV>(a[2], w2r, w2i);
+    a[3] = cmul<V, INV>(a[3], w3r, w3i);
+    bfly4<V, INV>(a[0], a[1], a[2], a[3]);
+    for (int l = 0; l < 4; ++l) {
+        if constexpr (SCALE) a[l] = cscale(a[l], sc);
+        out.store(ptrdiff_t((r0 + l * lr) * outStride + col), a[l]);
+    }
+}
+
+// The data form a C x R matrix (C = 2^b rows of R points, b = 4 or 8, each
+// row already transformed, rows in bit-reversed order); the remaining b
+// levels run down the columns, 64 columns (a strip) at a time, as b/4 phases
+// of two radix-4 passes. A phase works on groups of 16 rows, rows s apart
+// (s = 16^phase), which stay in the first-level cache: phase 0 reads the
+// rows of the data, the last phase writes them back; in between the strip
+// lives in buf (C x 64 samples).
+//
+// Twiddles are read straight through in this order: per strip, per phase,
+// per twiddle set q < s (q = the group's first row mod s; groups of phase 0
+// share the one set): the first pass's roots per column group (three per
+// group), then the second pass's per row offset k < 4 and column group (three,
+// or one in the very last pass, whose other two are its square and cube).
 template <class V, bool INV, bool SCALE, class Data, class Out>
 void columnPass(Data data, Out out, int b, size_t R, const typename V::T* tw,
                 typename V::T* buf, typename V::T scale) {
     constexpr int W = V::W;
+    using T = typename V::T;
+    using R_ = typename V::R;
     const size_t C = size_t(1) << b;
     const size_t rg = R / W;
     const size_t sg = kStripPoints / W;
     const GroupBuf<V> bio = groupView<V>(buf);
-    const auto sc = V::set1(scale);
-    const int passes = b / 2;
+    const R_ sc = V::set1(scale);
+    const int phases = b / 4;
     for (size_t strip = 0; strip < rg; strip += sg) {
-        for (int ps = 0; ps < passes; ++ps) {
-            const bool first = ps == 0, last = ps == passes - 1;
-            const size_t lr = size_t(1) << (2 * ps);  // rows per sub-transform
-            const size_t inStride = first ? rg : sg, outStride = last ? rg : sg;
-            for (size_t r = 0; r < lr; ++r) {
-                for (size_t cg = 0; cg < sg; ++cg) {
-                    typename V::R w1r, w1i, w2r, w2i, w3r, w3i;
-                    w1r = V::lda(tw);
-                    w1i = V::lda(tw + W);
-                    if (!last) {
-                        w2r = V::lda(tw + 2 * W);
-                        w2i = V::lda(tw + 3 * W);
-                        w3r = V::lda(tw + 4 * W);
-                        w3i = V::lda(tw + 5 * W);
-                        tw += 6 * W;
-                    } else {
-                        w2r = V::sub(V::mul(w1r, w1r), V::mul(w1i, w1i));
-                        const auto p = V::mul(w1r, w1i);
-                        w2i = V::add(p, p);
-                        w3r = V::sub(V::mul(w2r, w1r), V::mul(w2i, w1i));
-                        w3i = V::add(V::mul(w2r, w1i), V::mul(w2i, w1r));
-                        tw += 2 * W;
+        const auto dataS = data.at(ptrdiff_t(strip));
+        const auto outS = out.at(ptrdiff_t(strip));
+        for (int ph = 0; ph < phases; ++ph) {
+            const size_t s = size_t(1) << (4 * ph);
+            const bool firstPh = ph == 0, lastPh = ph == phases - 1;
+            const size_t setSize = sg * 6 * W + 4 * sg * (lastPh ? 2 : 6) * W;
+            for (size_t grp = 0; grp < C / 16; ++grp) {
+                const size_t base = ph == 0 ? 16 * grp : grp;  // b is 4 or 8
+                const size_t q = base % s;
+                const T* t = tw + q * setSize;
+                // first pass of the phase: rows base + s (4 blk + l)
+                for (size_t blk = 0; blk < 4; ++blk) {
+                    const T* tb = t;
+                    for (size_t cg = 0; cg < sg; ++cg, tb += 6 * W) {
+                        const size_t r0 = base + s * 4 * blk;
+                        if (firstPh)
+                            columnButterfly<V, INV, false>(dataS, rg, bio, sg, r0, s, cg,
+                                                           V::lda(tb), V::lda(tb + W),
+                                                           V::lda(tb + 2 * W), V::lda(tb + 3 * W),
+                                                           V::lda(tb + 4 * W), V::lda(tb + 5 * W),
+                                                           sc);
+                        else
+                            columnButterfly<V, INV, false>(bio, sg, bio, sg, r0, s, cg,
+                                                           V::lda(tb), V::lda(tb + W),
+                                                           V::lda(tb + 2 * W), V::lda(tb + 3 * W),
+                                                           V::lda(tb + 4 * W), V::lda(tb + 5 * W),
+                                                           sc);
                     }
-                    for (size_t blk = 0; blk < C; blk += 4 * lr) {
-                        const size_t r0 = blk + r;
-                        CV<V> a[4];
-                        for (int l = 0; l < 4; ++l) {
-                            // rows in bit-reversed order: decimation l at row rev2(l)
-                            const size_t row = r0 + size_t((l >> 1) | ((l & 1) << 1)) * lr;
-                            a[l] = first ? data.load(ptrdiff_t(row * inStride + strip + cg))
-                                         : bio.load(ptrdiff_t(row * inStride + cg));
-                        }
-                        a[1] = cmul<V, INV>(a[1], w1r, w1i);
-                        a[2] = cmul<V, INV>(a[2], w2r, w2i);
-                        a[3] = cmul<V, INV>(a[3], w3r, w3i);
-                        bfly4<V, INV>(a[0], a[1], a[2], a[3]);
-                        for (int l = 0; l < 4; ++l) {
-                            const size_t row = r0 + l * lr;
-                            if (last) {
-                                CV<V> v = a[l];
-                                if constexpr (SCALE) v = cscale(v, sc);
-                                out.store(ptrdiff_t(row * outStride + strip + cg), v);
-                            } else {
-                                bio.store(ptrdiff_t(row * outStride + cg), a[l]);
-                            }
+                }
+                t += sg * 6 * W;
+                // second pass: rows base + s (k + 4 l)
+                for (size_t k = 0; k < 4; ++k) {
+                    const size_t r0 = base + s * k;
+                    for (size_t cg = 0; cg < sg; ++cg) {
+                        if (!lastPh) {
+                            columnButterfly<V, INV, false>(bio, sg, bio, sg, r0, 4 * s, cg,
+                                                           V::lda(t), V::lda(t + W),
+                                                           V::lda(t + 2 * W), V::lda(t + 3 * W),
+                                                           V::lda(t + 4 * W), V::lda(t + 5 * W),
+                                                           sc);
+                            t += 6 * W;
+                        } else {
+                            const R_ w1r = V::lda(t), w1i = V::lda(t + W);
+                            const R_ w2r = V::sub(V::mul(w1r, w1r), V::mul(w1i, w1i));
+                            const R_ p = V::mul(w1r, w1i);
+                            const R_ w2i = V::add(p, p);
+                            const R_ w3r = V::sub(V::mul(w2r, w1r), V::mul(w2i, w1i));
+                            const R_ w3i = V::add(V::mul(w2r, w1i), V::mul(w2i, w1r));
+                            columnButterfly<V, INV, SCALE>(bio, sg, outS, rg, r0, 4 * s, cg, w1r,
+                                                           w1i, w2r, w2i, w3r, w3i, sc);
+                            t += 2 * W;
                         }
                     }
                 }
             }
+            tw += s * setSize;
         }
     }
 }
@@ -346,18 +450,89 @@ void columnPass(Data data, Out out, int b, size_t R, const typename V::T* tw,
 
 // Element i = a (N/64) + t 64 + c of tile t (row a, column c) belongs at
 // rev(i) = rev6(c) (N/64) + rev(t) 64 + rev6(a): row rev6(c), column rev6(a)
-// of the partner tile rev(t). E is the element (8 or 16 bytes for interleaved
-// complex, 4 or 8 for one of two split arrays).
+// of the partner tile rev(t). The gather applies both 6-bit reversals
+// (buf[rev6 a][rev6 c] = tile[a][c], a scatter inside one buffer row); what
+// is left is a plain transpose on the way out. E is the element (4, 8 or 16
+// bytes: one of two split arrays, or an interleaved complex sample).
+struct Rev6 {
+    std::uint8_t v[64];
+    constexpr Rev6() : v() {
+        for (int i = 0; i < 64; ++i) {
+            int r = 0;
+            for (int k = 0; k < 6; ++k) r |= ((i >> k) & 1) << (5 - k);
+            v[i] = std::uint8_t(r);
+        }
+    }
+};
+inline constexpr Rev6 kRev6{};
+
+// rev6(c + 1) = rev6(c) + 32 for even c, rev6(c + 2) = rev6(c) + 16 and
+// rev6(c + 3) = rev6(c) + 48 for c a multiple of 4: a 16-byte load spreads
+// over fixed places of the buffer row.
 template <class E>
-inline void tileGather(const E* x, size_t rowStride, E* buf) {
-    for (size_t a = 0; a < 64; ++a) std::memcpy(buf + a * 64, x + a * rowStride, 64 * sizeof(E));
+inline void tileGather(const E* x, size_t rowStride, E* buf, const std::uint8_t* rev6) {
+    for (size_t a = 0; a < 64; ++a) {
+        const E* row = x + a * rowStride;
+        E* b = buf + size_t(rev6[a]) * 64;
+        if constexpr (sizeof(E) == 8) {
+#pragma GCC unroll 32
+            for (int c = 0; c < 64; c += 2) {
+                const __m128d v = _mm_loadu_pd(reinterpret_cast<const double*>(row + c));
+                _mm_storel_pd(reinterpret_cast<double*>(b + kRev6.v[c]), v);
+                _mm_storeh_pd(reinterpret_cast<double*>(b + kRev6.v[c] + 32), v);
+            }
+        } else if constexpr (sizeof(E) == 4) {
+#pragma GCC unroll 16
+            for (int c = 0; c < 64; c += 4) {
+                const __m128 v = _mm_loadu_ps(reinterpret_cast<const float*>(row + c));
+                _mm_store_ss(reinterpret_cast<float*>(b + kRev6.v[c]), v);
+                *reinterpret_cast<int*>(b + kRev6.v[c] + 32) = _mm_extract_ps(v, 1);
+                *reinterpret_cast<int*>(b + kRev6.v[c] + 16) = _mm_extract_ps(v, 2);
+                *reinterpret_cast<int*>(b + kRev6.v[c] + 48) = _mm_extract_ps(v, 3);
+            }
+        } else {
+#pragma GCC unroll 64
+            for (int c = 0; c < 64; ++c) b[kRev6.v[c]] = row[c];
+        }
+    }
 }
+
+// x[r][c] = buf[c][r] for a 64 x 64 tile (rows of x rowStride elements apart).
 template <class E>
-inline void tileScatterPermuted(const E* buf, E* x, size_t rowStride, const std::uint8_t* rev6) {
-    for (size_t r = 0; r < 64; ++r) {
-        E* row = x + r * rowStride;
-        const E* col = buf + rev6[r];
-        for (size_t c = 0; c < 64; ++c) row[c] = col[size_t(rev6[c]) * 64];
+inline void tileTransposeOut(const E* buf, E* x, size_t rowStride) {
+    if constexpr (sizeof(E) == 8) {
+        for (size_t r = 0; r < 64; r += 2)
+            for (size_t c = 0; c < 64; c += 2) {
+                const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(buf + c * 64 + r));
+                const __m128i b =
+                    _mm_loadu_si128(reinterpret_cast<const __m128i*>(buf + (c + 1) * 64 + r));
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(x + r * rowStride + c), _mm_unpacklo_epi64(a, b));
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(x + (r + 1) * rowStride + c),
+                                 _mm_unpackhi_epi64(a, b));
+            }
+    } else if constexpr (sizeof(E) == 4) {
+        for (size_t r = 0; r < 64; r += 4)
+            for (size_t c = 0; c < 64; c += 4) {
+                __m128 v[4];
+                for (int i = 0; i < 4; ++i)
+                    v[i] = _mm_loadu_ps(reinterpret_cast<const float*>(buf + (c + i) * 64 + r));
+                _MM_TRANSPOSE4_PS(v[0], v[1], v[2], v[3]);
+                for (int i = 0; i < 4; ++i)
+                    _mm_storeu_ps(reinterpret_cast<float*>(x + (r + i) * rowStride + c), v[i]);
+            }
+    } else {
+        for (size_t r = 0; r < 64; ++r)
+            for (size_t c = 0; c < 64; ++c) x[r * rowStride + c] = buf[c * 64 + r];
+    }
+}
+
+// Asks for the 64 rows of a tile ahead of use: rows are far apart and too
+// many to be followed by the hardware prefetchers.
+template <class E>
+inline void prefetchTile(const E* x, size_t rowStride) {
+    for (size_t a = 0; a < 64; ++a) {
+        const char* row = reinterpret_cast<const char*>(x + a * rowStride);
+        for (size_t off = 0; off < 64 * sizeof(E); off += 64) _mm_prefetch(row + off, _MM_HINT_T0);
     }
 }
 
@@ -369,13 +544,17 @@ void tileRevInPlace(E* x, int m, const std::int32_t* partner, const std::uint8_t
     for (size_t t = 0; t < nt; ++t) {
         const size_t p = size_t(partner[t]);
         if (p < t) continue;
-        tileGather(x + t * 64, rs, buf);
+        if (t + 1 < nt) {
+            prefetchTile(x + (t + 1) * 64, rs);
+            prefetchTile(x + size_t(partner[t + 1]) * 64, rs);
+        }
+        tileGather(x + t * 64, rs, buf, rev6);
         if (p == t) {
-            tileScatterPermuted(buf, x + t * 64, rs, rev6);
+            tileTransposeOut(buf, x + t * 64, rs);
         } else {
-            tileGather(x + p * 64, rs, buf2);
-            tileScatterPermuted(buf, x + p * 64, rs, rev6);
-            tileScatterPermuted(buf2, x + t * 64, rs, rev6);
+            tileGather(x + p * 64, rs, buf2, rev6);
+            tileTransposeOut(buf, x + p * 64, rs);
+            tileTransposeOut(buf2, x + t * 64, rs);
         }
     }
 }
@@ -386,8 +565,9 @@ void tileRevOutOfPlace(const E* src, E* dst, int m, const std::int32_t* partner,
     const size_t nt = size_t(1) << (m - 12);
     const size_t rs = (size_t(1) << m) / 64;
     for (size_t t = 0; t < nt; ++t) {
-        tileGather(src + size_t(partner[t]) * 64, rs, buf);
-        tileScatterPermuted(buf, dst + t * 64, rs, rev6);
+        if (t + 1 < nt) prefetchTile(src + size_t(partner[t + 1]) * 64, rs);
+        tileGather(src + size_t(partner[t]) * 64, rs, buf, rev6);
+        tileTransposeOut(buf, dst + t * 64, rs);
     }
 }
 

@@ -158,12 +158,45 @@ struct Layout {
 
 constexpr std::int64_t ceil64(std::int64_t v) { return (v + 63) & ~std::int64_t(63); }
 
-// Bytes of the radix-4 stage twiddles of a 2^k-point engine: 6 values per
-// butterfly position of every stage after the first pass.
+// Passes of a 2^k-point engine (k >= 6). The first pass does bits[0] levels
+// (4-point butterflies) with the bit-reversal placement, every other pass 2
+// or 3 levels (radix 4 or 8). Above 2^11 points the first `blocked` passes
+// build sub-transforms of 2^blockBits points (at most 2048) one block at a
+// time, so each block stays in the first-level cache.
+struct PassPlan {
+    int count = 0;
+    int bits[16] = {};
+    int blocked = 0;
+    int blockBits = 0;
+};
+
+constexpr void appendLevels(PassPlan& p, int r) {  // r >= 2: threes, then twos
+    while (r > 0) {
+        const int b = (r % 2 == 1) ? 3 : 2;
+        p.bits[p.count++] = b;
+        r -= b;
+    }
+}
+
+constexpr PassPlan passPlan(int k) {
+    PassPlan p;
+    p.bits[p.count++] = 2;
+    if (k <= 11) {
+        appendLevels(p, k - 2);
+        return p;
+    }
+    p.blockBits = k - 11 >= 2 ? 11 : 10;
+    appendLevels(p, p.blockBits - 2);
+    p.blocked = p.count;
+    appendLevels(p, k - p.blockBits);
+    return p;
+}
+
+// Bytes of the pass twiddles of a 2^k-point engine: r - 1 roots per position
+// of a radix-r pass over transforms of L points, which sums to N - 8.
 constexpr std::int64_t engineTwdBytes(Prec p, int k) {
-    const std::int64_t s0 = (k & 1) ? 8 : 4;
     const std::int64_t e = p == Prec::Single ? 4 : 8;
-    return 2 * (pow2(k) - s0) * e;
+    return 2 * (pow2(k) - pow2(passPlan(k).bits[0])) * e;
 }
 // Bytes of a column pass over 2^m points in rows of 2^r points: the last
 // stage keeps one twiddle per position, the others three.
@@ -184,7 +217,7 @@ inline Layout layoutFor(Prec p, int m) {
             L.tileRev = off;
             off += 64;
         } else {
-            const int lp = (m & 1) ? 3 : 2;
+            const int lp = passPlan(m).bits[0];
             L.bitRev = off;
             L.bitRevBytes = 4 * (pow2(m - lp) / vecWidth(p));
             off = ceil64(off + L.bitRevBytes);

@@ -238,47 +238,51 @@ std::uint32_t bitrev(std::uint32_t v, int bits) {
     return r;
 }
 
-// Twiddles of the radix-4 passes of a 2^k-point engine (layout in fftengine.h).
+// Twiddles of the passes of a 2^k-point engine (layout in fftengine.h).
 template <class T>
 void buildEngineTwiddles(T* tw, int k, const BaseTable<T>& base) {
     constexpr int W = VecOf<T>::type::W;
     const std::int64_t nk = pow2(k), f = base.n / nk;
-    const std::int64_t s0 = (k & 1) ? 8 : 4;
-    for (std::int64_t L = s0; 4 * L <= nk; L *= 4) {
-        const std::int64_t unit = nk / (4 * L);
-        for (std::int64_t jg = 0; jg < L / W; ++jg, tw += 6 * W)
-            for (int l = 1; l <= 3; ++l)
-                for (int lane = 0; lane < W; ++lane) {
-                    const std::int64_t j = jg * W + lane;
-                    base.root(l * j * unit * f, tw[2 * W * (l - 1) + lane],
-                              tw[2 * W * (l - 1) + W + lane]);
-                }
+    const PassPlan plan = passPlan(k);
+    std::int64_t L = pow2(plan.bits[0]);
+    for (int i = 1; i < plan.count; ++i) {
+        const std::int64_t r = pow2(plan.bits[i]);
+        const std::int64_t unit = nk / (r * L);
+        for (std::int64_t jg = 0; jg < L / W; ++jg)
+            for (int d = 1; d < r; ++d, tw += 2 * W)
+                for (int lane = 0; lane < W; ++lane)
+                    base.root(d * (jg * W + lane) * unit * f, tw[lane], tw[W + lane]);
+        L *= r;
     }
 }
 
 // Twiddles of the column pass over 2^m points in 2^r-point rows, in the order
-// the pass reads them.
+// the pass reads them (see columnPass in fftengine.h).
 template <class T>
 void buildColumnTwiddles(T* tw, int m, int r, const BaseTable<T>& base) {
     constexpr int W = VecOf<T>::type::W;
     const std::int64_t n = pow2(m), R = pow2(r), f = base.n / n;
-    const int passes = (m - r) / 2;
-    for (std::int64_t strip = 0; strip < R; strip += 64)
-        for (int ps = 0; ps < passes; ++ps) {
-            const std::int64_t lr = pow2(2 * ps);
-            const std::int64_t unit = n / (4 * R * lr);
-            const bool last = ps == passes - 1;
-            for (std::int64_t rr = 0; rr < lr; ++rr)
-                for (std::int64_t cg = 0; cg < 64 / W; ++cg) {
-                    const int legs = last ? 1 : 3;
-                    for (int l = 1; l <= legs; ++l)
-                        for (int lane = 0; lane < W; ++lane) {
-                            const std::int64_t j = strip + cg * W + lane + R * rr;
-                            base.root(l * j * unit * f, tw[2 * W * (l - 1) + lane],
-                                      tw[2 * W * (l - 1) + W + lane]);
-                        }
-                    tw += 2 * W * legs;
+    const int phases = (m - r) / 4;
+    // roots of the radix-4 pass st at row offset rr for the columns of one strip
+    auto emit = [&](std::int64_t strip, int st, std::int64_t rr, int legs) {
+        const std::int64_t unit = n / (4 * R * pow2(2 * st));
+        for (std::int64_t cg = 0; cg < 64 / W; ++cg) {
+            for (int l = 1; l <= legs; ++l)
+                for (int lane = 0; lane < W; ++lane) {
+                    const std::int64_t j = strip + cg * W + lane + R * rr;
+                    base.root(l * j * unit * f, tw[2 * W * (l - 1) + lane], tw[2 * W * (l - 1) + W + lane]);
                 }
+            tw += 2 * W * legs;
+        }
+    };
+    for (std::int64_t strip = 0; strip < R; strip += 64)
+        for (int ph = 0; ph < phases; ++ph) {
+            const std::int64_t s = pow2(4 * ph);
+            const bool lastPh = ph == phases - 1;
+            for (std::int64_t q = 0; q < s; ++q) {
+                emit(strip, 2 * ph, q, 3);
+                for (std::int64_t k = 0; k < 4; ++k) emit(strip, 2 * ph + 1, q + s * k, lastPh ? 1 : 3);
+            }
         }
 }
 
@@ -306,7 +310,7 @@ void buildTables(SpecHeader* h, int m, const BaseTable<T>& base) {
         if (m >= separateRevFrom(P)) {
             buildTileTables(h, L, m);
         } else {
-            const int lp = (m & 1) ? 3 : 2;
+            const int lp = passPlan(m).bits[0];
             auto* rev = at<std::int32_t>(h, L.bitRev);
             for (std::int64_t g = 0; g < pow2(m - lp) / W; ++g)
                 rev[g] = std::int32_t(bitrev(std::uint32_t(g * W), m - lp) << lp);

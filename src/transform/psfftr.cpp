@@ -190,17 +190,41 @@ void recTable(double* t, const double* base, int m) {
     }
 }
 
-// Two-level table: 1024 fine entries 0.5 (cos, sin)(2 pi j/N), j = 1 .. 1024,
-// then 2^(m-12) coarse entries (cos, sin)(2 pi 1024 i/N).
+// Two-level tables (layouts in psfftrk.cpp): 16384 bytes of fine
+// coefficients of the angles 2 pi j/N, j = 1 .. 1024, then per 1024 k the
+// (cos, sin) of the coarse angle 2 pi 1024 i/N. Every value is evaluated in
+// double precision from its own angle.
+void splitTable(float* t, int m) {
+    const double step = 6.283185307179586 / double(std::int64_t(1) << m);
+    for (int q = 0; q < fftr::kFineEntries / 2; ++q) {
+        float* e = t + 8 * q;
+        for (int h = 0; h < 2; ++h) {
+            const int j = 2 * q + 1 + h;
+            const float fr = float(0.5 * std::cos(j * step)), fi = float(0.5 * std::sin(j * step));
+            e[2 * h] = fr;
+            e[2 * h + 1] = -fr;
+            e[4 + 2 * h] = fi;
+            e[4 + 2 * h + 1] = -fi;
+        }
+    }
+    float* coarse = t + fftr::kFineBytes / sizeof(float);
+    for (int i = 0; i < (1 << (m - 12)); ++i) {
+        const double a = double(i) * fftr::kFineEntries * step;
+        coarse[4 * i] = float(std::cos(a));
+        coarse[4 * i + 1] = float(std::sin(a));
+        coarse[4 * i + 2] = 0.0f;
+        coarse[4 * i + 3] = 0.0f;
+    }
+}
+
 void splitTable(double* t, int m) {
     const double step = 6.283185307179586 / double(std::int64_t(1) << m);
     for (int j = 1; j <= fftr::kFineEntries; ++j) {
         t[2 * (j - 1)] = 0.5 * std::cos(j * step);
         t[2 * (j - 1) + 1] = 0.5 * std::sin(j * step);
     }
-    double* coarse = t + 2 * fftr::kFineEntries;
-    const int nc = 1 << (m - 12);
-    for (int i = 0; i < nc; ++i) {
+    double* coarse = t + fftr::kFineBytes / sizeof(double);
+    for (int i = 0; i < (1 << (m - 12)); ++i) {
         const double a = double(i) * fftr::kFineEntries * step;
         coarse[2 * i] = std::cos(a);
         coarse[2 * i + 1] = std::sin(a);
@@ -254,7 +278,7 @@ ZvpStatus init(typename Real<T>::Spec** ppSpec, int order, int flag, ZvpHintAlgo
         T* const table = reinterpret_cast<T*>(at + r->recOffset);
         if (order >= fftr::kSplitOrder) {
             r->splitTable = 1;
-            splitTable(reinterpret_cast<double*>(table), order);
+            splitTable(table, order);
         } else {
             // Up to order 10 the base table fits on the stack; above it goes
             // into the init memory, ahead of what the complex part needs.
@@ -418,9 +442,9 @@ ZvpStatus forward(const T* src, T* dst, const typename Real<T>::Spec* pSpec, Zvp
     const int outShift = l == Layout::Pack ? -1 : 0;
     const auto* base = reinterpret_cast<const Zvp8u*>(r);
     if (r->splitTable) {
-        const auto* fine = reinterpret_cast<const double*>(base + r->recOffset);
-        fftr::recombineForwardSplit(dst, dst, n, 0, outShift, fine, fine + 2 * fftr::kFineEntries, f,
-                                    scaled);
+        const auto* fine = reinterpret_cast<const T*>(base + r->recOffset);
+        fftr::recombineForwardSplit(dst, dst, n, 0, outShift, fine,
+                                    fine + fftr::kFineBytes / sizeof(T), f, scaled);
     } else {
         fftr::recombineForward(dst, dst, n, 0, outShift, reinterpret_cast<const T*>(base + r->recOffset),
                                f, scaled);
@@ -459,9 +483,9 @@ ZvpStatus inverse(const T* src, T* dst, const typename Real<T>::Spec* pSpec, Zvp
     const int inShift = l == Layout::Pack ? -1 : 0;
     const auto* base = reinterpret_cast<const Zvp8u*>(r);
     if (r->splitTable) {
-        const auto* fine = reinterpret_cast<const double*>(base + r->recOffset);
-        fftr::recombineInverseSplit(src, dst, n, inShift, 0, fine, fine + 2 * fftr::kFineEntries,
-                                    T(2) * f);
+        const auto* fine = reinterpret_cast<const T*>(base + r->recOffset);
+        fftr::recombineInverseSplit(src, dst, n, inShift, 0, fine,
+                                    fine + fftr::kFineBytes / sizeof(T), T(2) * f);
     } else {
         fftr::recombineInverse(src, dst, n, inShift, 0, reinterpret_cast<const T*>(base + r->recOffset),
                                T(2) * f);

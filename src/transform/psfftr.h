@@ -47,11 +47,12 @@ static_assert(sizeof(RealSpec) <= 64, "the record must fit ahead of the table");
 constexpr std::int32_t kTagReal32f = 6;
 constexpr std::int32_t kTagReal64f = 9;
 constexpr int kHeaderBytes = 64;
-// From this order the recombination table has two levels: 1024 fine entries
-// (cos, sin of 2 pi j/N for j = 1 .. 1024, halved) and one coarse entry per
-// 1024 k (cos, sin of 2 pi 1024 i/N), each 16 bytes.
+// From this order the recombination table has two levels: 16384 bytes of
+// fine coefficients for the angles 2 pi j/N, j = 1 .. 1024, then one 16-byte
+// coarse entry (cos, sin of 2 pi 1024 i/N) per 1024 k (layouts in psfftrk.cpp).
 constexpr int kSplitOrder = 20;
 constexpr int kFineEntries = 1024;
+constexpr int kFineBytes = 16384;
 
 // Recombination kernels (psfftrk.cpp). `in` and `out` may be the same
 // vector; the pair k is read at in + 2k + inShift and written at
@@ -68,10 +69,10 @@ void recombineInverse(const T* in, T* out, int n, int inShift, int outShift, con
 // The same with the two-level table of the large orders.
 template <class T>
 void recombineForwardSplit(const T* in, T* out, int n, int inShift, int outShift,
-                           const double* fine, const double* coarse, T factor, bool scaled);
+                           const T* fine, const T* coarse, T factor, bool scaled);
 template <class T>
 void recombineInverseSplit(const T* in, T* out, int n, int inShift, int outShift,
-                           const double* fine, const double* coarse, T factor);
+                           const T* fine, const T* coarse, T factor);
 
 // Small real transforms of 2^order points, order 0 .. 5 (psfftrs.cpp).
 // Forward: x (N values) to X[0 .. N/2] as N/2+1 (re, im) pairs.

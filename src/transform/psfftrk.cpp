@@ -45,25 +45,37 @@ inline __m128d rotate(__m128d c, __m128d f) {
     return _mm_addsub_pd(t1, t2);
 }
 
-// Two-level table: fine[j-1] = 0.5 (cos, sin)(2 pi j/N), j = 1 .. 1024, and
-// coarse[i] = (cos, sin)(2 pi 1024 i/N); k = 1024 i + j. The coefficients are
-// formed in double precision (a = 0.5 cos, b = 0.5 - 0.5 sin) and rounded once.
+// Two-level tables, k = 1024 i + j, j = 1 .. 1024: the coefficients of k are
+// those of the fine angle 2 pi j/N turned by the coarse angle 2 pi 1024 i/N.
+//
+// Single precision: per step q = 0 .. 511 (j = 2q+1, 2q+2) the fine part
+// holds P = (fr, -fr, fr', -fr') and Q = (fi, -fi, fi', -fi') with
+// (fr, fi) = 0.5 (cos, sin)(2 pi j/N), both positive; per block i the coarse
+// part holds (cos, sin)(2 pi 1024 i/N). Then
+//     A = cr P - ci Q,   B = 0.5 - (cr |Q| + ci |P|).
 struct SplitF {
-    const double* fine;
-    const double* coarse;
-    void get(int t, __m128& b, __m128& a) const {
-        const int i = t >> 9, q = t & 511;  // k = 2t + 1 = 1024 i + 2q + 1
-        const __m128d c = _mm_load_pd(coarse + 2 * i);
-        const __m128d h1 = rotate(c, _mm_load_pd(fine + 4 * q));
-        const __m128d h2 = rotate(c, _mm_load_pd(fine + 4 * q + 2));
-        const __m128d bd = _mm_sub_pd(_mm_set1_pd(0.5), _mm_unpackhi_pd(h1, h2));
-        const __m128 bf = _mm_cvtpd_ps(bd);
-        const __m128 af = _mm_cvtpd_ps(_mm_unpacklo_pd(h1, h2));
-        b = _mm_unpacklo_ps(bf, bf);
-        a = _mm_unpacklo_ps(af, _mm_xor_ps(af, _mm_set1_ps(-0.0f)));
+    const float* fine;
+    const float* coarse;
+    int block = -1;
+    __m128 cr = _mm_setzero_ps(), ci = _mm_setzero_ps();
+    void get(int t, __m128& b, __m128& a) {
+        const int i = t >> 9, q = t & 511;
+        if (i != block) {
+            block = i;
+            cr = _mm_set1_ps(coarse[4 * i]);
+            ci = _mm_set1_ps(coarse[4 * i + 1]);
+        }
+        const __m128 abs = _mm_castsi128_ps(_mm_set1_epi32(0x7FFFFFFF));
+        const __m128 p = _mm_load_ps(fine + 8 * q);
+        const __m128 qv = _mm_load_ps(fine + 8 * q + 4);
+        a = _mm_sub_ps(_mm_mul_ps(cr, p), _mm_mul_ps(ci, qv));
+        const __m128 s = _mm_add_ps(_mm_mul_ps(cr, _mm_and_ps(qv, abs)), _mm_mul_ps(ci, _mm_and_ps(p, abs)));
+        b = _mm_sub_ps(_mm_set1_ps(0.5f), s);
     }
 };
 
+// Double precision: fine[j-1] = 0.5 (cos, sin)(2 pi j/N), coarse[i] =
+// (cos, sin)(2 pi 1024 i/N), one k per step.
 struct SplitD {
     const double* fine;
     const double* coarse;
@@ -204,13 +216,13 @@ void recombineInverse(const T* in, T* out, int n, int inShift, int outShift, con
 }
 template <class T>
 void recombineForwardSplit(const T* in, T* out, int n, int inShift, int outShift,
-                           const double* fine, const double* coarse, T factor, bool scaled) {
+                           const T* fine, const T* coarse, T factor, bool scaled) {
     pass<false>(in, out, n, inShift, outShift, typename Coefs<T>::Split{fine, coarse}, factor,
                 scaled);
 }
 template <class T>
 void recombineInverseSplit(const T* in, T* out, int n, int inShift, int outShift,
-                           const double* fine, const double* coarse, T factor) {
+                           const T* fine, const T* coarse, T factor) {
     pass<true>(in, out, n, inShift, outShift, typename Coefs<T>::Split{fine, coarse}, factor,
                true);
 }
@@ -220,13 +232,9 @@ template void recombineForward<double>(const double*, double*, int, int, int, co
                                        bool);
 template void recombineInverse<float>(const float*, float*, int, int, int, const float*, float);
 template void recombineInverse<double>(const double*, double*, int, int, int, const double*, double);
-template void recombineForwardSplit<float>(const float*, float*, int, int, int, const double*,
-                                           const double*, float, bool);
-template void recombineForwardSplit<double>(const double*, double*, int, int, int, const double*,
-                                            const double*, double, bool);
-template void recombineInverseSplit<float>(const float*, float*, int, int, int, const double*,
-                                           const double*, float);
-template void recombineInverseSplit<double>(const double*, double*, int, int, int, const double*,
-                                            const double*, double);
+template void recombineForwardSplit<float>(const float*, float*, int, int, int, const float*, const float*, float, bool);
+template void recombineForwardSplit<double>(const double*, double*, int, int, int, const double*, const double*, double, bool);
+template void recombineInverseSplit<float>(const float*, float*, int, int, int, const float*, const float*, float);
+template void recombineInverseSplit<double>(const double*, double*, int, int, int, const double*, const double*, double);
 
 }  // namespace zvp::fftr

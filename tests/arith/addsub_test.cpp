@@ -61,7 +61,7 @@ struct Mag {
         for (auto& l : limb)
             if (++l != 0) break;
     }
-    // Magnitude compared with 2^64 - 1 (> 0), with 2^63 (== 0 means equal).
+    // True when the magnitude exceeds m.
     bool above(std::uint64_t m) const {
         if (limb[2]) return true;
         return ((std::uint64_t(limb[1]) << 32) | limb[0]) > m;

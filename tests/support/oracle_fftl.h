@@ -27,15 +27,34 @@ inline void longDoubleFft(std::vector<std::complex<long double>>& x, int sign) {
         const long double a = sign * twoPi * static_cast<long double>(k) / static_cast<long double>(n);
         w[k] = {std::cos(a), std::sin(a)};
     }
-    for (std::size_t len = 2; len <= n; len <<= 1) {
-        const std::size_t half = len / 2, step = n / len;
-        for (std::size_t b = 0; b < n; b += len)
-            for (std::size_t k = 0; k < half; ++k) {
-                const std::complex<long double> t = w[k * step] * x[b + k + half];
-                x[b + k + half] = x[b + k] - t;
-                x[b + k] += t;
+    // Depth first: each half is finished before the pass that joins them, so
+    // every sub-transform of up to 2^15 points is done while it is in cache.
+    struct Rec {
+        std::complex<long double>* x;
+        const std::vector<std::complex<long double>>& w;
+        std::size_t n;
+        void passes(std::size_t b, std::size_t from, std::size_t to) const {
+            for (std::size_t len = from; len <= to; len <<= 1) {
+                const std::size_t half = len / 2, step = n / len;
+                for (std::size_t o = b; o < b + to; o += len)
+                    for (std::size_t k = 0; k < half; ++k) {
+                        const std::complex<long double> t = w[k * step] * x[o + k + half];
+                        x[o + k + half] = x[o + k] - t;
+                        x[o + k] += t;
+                    }
             }
-    }
+        }
+        void run(std::size_t b, std::size_t len) const {
+            if (len <= (std::size_t(1) << 15)) {
+                passes(b, 2, len);
+                return;
+            }
+            run(b, len / 2);
+            run(b + len / 2, len / 2);
+            passes(b, len, len);
+        }
+    };
+    if (n > 1) Rec{x.data(), w, n}.run(0, n);
 }
 
 }  // namespace zvp::test

@@ -88,17 +88,28 @@ std::vector<T> table(int n) {
     return t;
 }
 
-std::vector<double> splitTable(int m) {
-    const int n = 1 << m;
-    std::vector<double> t(2 * 1024 + 2 * (n / 4096));
+// Two-level tables as the passes read them: single precision per two k
+// (fr, -fr, fr', -fr'), (fi, -fi, fi', -fi') of 0.5 (cos, sin)(2 pi j/N), then
+// (cos, sin, 0, 0) per coarse block; double precision 0.5 (cos, sin) per j,
+// then (cos, sin) per block. Both with 16384 bytes of fine part.
+template <class T>
+std::vector<T> splitTable(int m) {
+    const int n = 1 << m, blocks = n / 4096;
+    const int fine = 16384 / sizeof(T), per = sizeof(T) == 4 ? 4 : 2;
+    std::vector<T> t(fine + per * blocks + 4);
     const long double tp = 6.283185307179586476925286766559L / n;
     for (int j = 1; j <= 1024; ++j) {
-        t[2 * (j - 1)] = double(0.5L * std::cos(tp * j));
-        t[2 * (j - 1) + 1] = double(0.5L * std::sin(tp * j));
+        const T fr = T(0.5L * std::cos(tp * j)), fi = T(0.5L * std::sin(tp * j));
+        if (sizeof(T) == 4) {
+            T* e = t.data() + 8 * ((j - 1) / 2) + 2 * ((j - 1) % 2);
+            e[0] = fr, e[1] = -fr, e[4] = fi, e[5] = -fi;
+        } else {
+            t[2 * (j - 1)] = fr, t[2 * (j - 1) + 1] = fi;
+        }
     }
-    for (int i = 0; i < n / 4096; ++i) {
-        t[2048 + 2 * i] = double(std::cos(tp * 1024 * i));
-        t[2048 + 2 * i + 1] = double(std::sin(tp * 1024 * i));
+    for (int i = 0; i < blocks; ++i) {
+        t[fine + per * i] = T(std::cos(tp * 1024 * i));
+        t[fine + per * i + 1] = T(std::sin(tp * 1024 * i));
     }
     return t;
 }
@@ -122,7 +133,7 @@ TYPED_TEST(RealKernelTest, RecombinationPassesEveryShape) {
             for (int k = 0; k <= n / 2; ++k) want.push_back(cld(Xd[k]));
         }
         const auto tab = table<T>(n);
-        const auto split = m >= 12 ? splitTable(m) : std::vector<double>();
+        const auto split = m >= 12 ? splitTable<T>(m) : std::vector<T>();
         for (int variant = 0; variant < (m >= 12 ? 2 : 1); ++variant) {
             for (int shift : {0, -1}) {
                 for (bool inPlace : {false, true}) {
@@ -139,7 +150,7 @@ TYPED_TEST(RealKernelTest, RecombinationPassesEveryShape) {
                         zvp::fftr::recombineForward(in.data(), dst, n, 0, shift, tab.data(), two, true);
                     else
                         zvp::fftr::recombineForwardSplit(in.data(), dst, n, 0, shift, split.data(),
-                                                         split.data() + 2048, two, true);
+                                                         split.data() + 16384 / sizeof(T), two, true);
                     // Pairs k = 1 .. N/2-1 sit at 2k + shift; the ends stay for the caller.
                     std::vector<T> pairs(n + 2, T(0));
                     for (int k = 1; k < n / 2; ++k) {
@@ -160,7 +171,7 @@ TYPED_TEST(RealKernelTest, RecombinationPassesEveryShape) {
                         zvp::fftr::recombineInverse(xin.data(), idst, n, shift, 0, tab.data(), T(1));
                     else
                         zvp::fftr::recombineInverseSplit(xin.data(), idst, n, shift, 0, split.data(),
-                                                         split.data() + 2048, T(1));
+                                                         split.data() + 16384 / sizeof(T), T(1));
                     std::vector<cld> zw(Z.begin(), Z.end());
                     zw[0] = 0;
                     idst[0] = idst[1] = 0;
