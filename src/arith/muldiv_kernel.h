@@ -262,6 +262,14 @@ void run16(const S& source, D* d, int len, int sf) {
     const S s = source;
     const LaneSet ls(sf);
     int i = 0;
+    for (; i + 16 <= len; i += 16) {  // two steps, loads before stores
+        __m128i r0, r1, r2, r3;
+        s.lanes(i, r0, r1);
+        s.lanes(i + 8, r2, r3);
+        const __m128i v0 = ls.finish(ls.pre(r0), ls.pre(r1)), v1 = ls.finish(ls.pre(r2), ls.pre(r3));
+        simd::storeu(d + i, v0);
+        simd::storeu(d + i + 8, v1);
+    }
     for (; i + 8 <= len; i += 8) {
         __m128i r0, r1;
         s.lanes(i, r0, r1);

@@ -68,7 +68,7 @@ struct MulRealCplx {
     const float* b;
     float* d;
     __m128 compute(int i) const {
-        const __m128 x = _mm_castpd_ps(_mm_load_sd(reinterpret_cast<const double*>(a + i / 2)));
+        const __m128 x = _mm_castsi128_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(a + i / 2)));
         return _mm_mul_ps(_mm_unpacklo_ps(x, x), load(b + i));
     }
     void tail(int i) const {
