@@ -1,13 +1,17 @@
-// The complex FFT engine: decimation-in-time radix-4 passes on data held in
-// group form, the first pass that also applies the bit-reversal placement,
-// the blocked large scheme (64 x 64 tile bit reversal, row transforms, column
-// pass) and the adaptors that read and write the caller's interleaved or
-// split arrays.
+// The complex FFT engine: decimation-in-time radix-4 (and, for an odd number
+// of levels, one radix-8) passes on data held in group form, the first pass
+// that also applies the bit-reversal placement, the blocked large scheme
+// (64 x 64 tile bit reversal, row transforms, column pass) and the adaptors
+// that read and write the caller's interleaved or split arrays.
 //
-// Twiddles come only from the tables of the specification record. A table of
-// radix-4 passes holds, for every pass that combines four transforms of L
-// points and every group of W positions j, the roots w^(j), w^(2j), w^(3j) of
-// w = exp(-2 pi i / 4L) as [re x W][im x W] three times.
+// Data in bit-reversed order: when a pass combines r transforms of L points,
+// the transform of decimation d sits at position rev(d) L. Results come out
+// in natural order, so the last pass writes the spectrum as it is.
+//
+// Twiddles come only from the tables of the specification record. The table
+// of a radix-r pass over transforms of L points holds, for every group of W
+// positions j, the roots w^(d j), d = 1 .. r-1, of w = exp(-2 pi i / rL), each
+// as [re x W][im x W].
 #pragma once
 
 #include <cstddef>
@@ -218,9 +222,9 @@ void stageR4(In in, Out out, size_t ng, size_t lg, const typename V::T* tw,
 }
 
 // Radix-8 decimation-in-time pass: decimation d of the eight transforms of L
-// points sits at rev3(d) L; seven roots per position.
-constexpr size_t kLegPos8[8] = {0, 4, 2, 6, 1, 5, 3, 7};
-
+// points sits at rev3(d) L; seven roots per position. Split into two radix-4
+// halves (even and odd decimations) joined by the eighth roots, which keeps
+// the live registers within the sixteen SSE registers.
 template <class V, bool INV, bool SCALE, class In, class Out>
 [[gnu::always_inline]] inline void butterfly8At(const In& in, const Out& out, size_t p, size_t lg,
                                                 const typename V::T* t, typename V::R scale) {
@@ -491,8 +495,11 @@ inline void tileGather(const E* x, size_t rowStride, E* buf, const std::uint8_t*
                 *reinterpret_cast<int*>(b + kRev6.v[c] + 48) = _mm_extract_ps(v, 3);
             }
         } else {
+            static_assert(sizeof(E) == 16);
 #pragma GCC unroll 64
-            for (int c = 0; c < 64; ++c) b[kRev6.v[c]] = row[c];
+            for (int c = 0; c < 64; ++c)
+                _mm_store_si128(reinterpret_cast<__m128i*>(b + kRev6.v[c]),
+                                _mm_loadu_si128(reinterpret_cast<const __m128i*>(row + c)));
         }
     }
 }
@@ -521,8 +528,11 @@ inline void tileTransposeOut(const E* buf, E* x, size_t rowStride) {
                     _mm_storeu_ps(reinterpret_cast<float*>(x + (r + i) * rowStride + c), v[i]);
             }
     } else {
+        static_assert(sizeof(E) == 16);
         for (size_t r = 0; r < 64; ++r)
-            for (size_t c = 0; c < 64; ++c) x[r * rowStride + c] = buf[c * 64 + r];
+            for (size_t c = 0; c < 64; ++c)
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(x + r * rowStride + c),
+                                 _mm_load_si128(reinterpret_cast<const __m128i*>(buf + c * 64 + r)));
     }
 }
 

@@ -49,9 +49,12 @@ struct SpecHeader {
     std::int32_t tileRevOff;  // 64-entry 6-bit reversal table of the tiles
     std::int32_t stepTwdOff;  // rows of 2^18 points or more: their row twiddles
     std::int32_t stepColOff;  //   and their column-pass twiddles
+    std::int32_t placeOff;    // first large order: first-pass placement table
+                              // of the whole transform (out of place)
+    std::int32_t reserved2;
     double scale64;           // double-precision scale of the 64-bit types
 };
-static_assert(sizeof(SpecHeader) == 80, "the record header must stay 80 bytes");
+static_assert(sizeof(SpecHeader) == 88, "the record header must stay 88 bytes");
 // The small-order record (152 bytes) must hold the header after alignment.
 static_assert(sizeof(SpecHeader) + 63 <= 152);
 
@@ -65,8 +68,6 @@ enum class Prec { Single, Double };
 constexpr int maxOrder(Prec p) { return p == Prec::Single ? 28 : 27; }
 // First order handled by the blocked large scheme.
 constexpr int largeFrom(Prec p) { return p == Prec::Single ? 18 : 17; }
-// First order of the double engine that runs a separate permutation pass.
-constexpr int separateRevFrom(Prec p) { return p == Prec::Single ? 99 : 15; }
 constexpr int sampleBytes(Prec p) { return p == Prec::Single ? 8 : 16; }
 
 // Block order (log2 rows) and buffer order of the large scheme.
@@ -147,6 +148,7 @@ inline Sizes complexSizes(Prec p, int m) {
 struct Layout {
     std::int64_t bitRev = 0, bitRevBytes = 0;  // engine placement or tile partners
     std::int64_t tileRev = 0;                  // 64 bytes
+    std::int64_t place = 0, placeBytes = 0;    // first large order only
     std::int64_t twd = 0, twdBytes = 0;        // engine / row twiddles
     std::int64_t col = 0, colBytes = 0;        // column twiddles
     std::int64_t stepTwd = 0, stepTwdBytes = 0;
@@ -210,18 +212,10 @@ inline Layout layoutFor(Prec p, int m) {
     Layout L;
     std::int64_t off = kTablesOffset;
     if (m < largeFrom(p)) {
-        if (m >= separateRevFrom(p)) {
-            L.bitRev = off;
-            L.bitRevBytes = 4 * pow2(m - 12);
-            off = ceil64(off + L.bitRevBytes);
-            L.tileRev = off;
-            off += 64;
-        } else {
-            const int lp = passPlan(m).bits[0];
-            L.bitRev = off;
-            L.bitRevBytes = 4 * (pow2(m - lp) / vecWidth(p));
-            off = ceil64(off + L.bitRevBytes);
-        }
+        const int lp = passPlan(m).bits[0];
+        L.bitRev = off;
+        L.bitRevBytes = 4 * (pow2(m - lp) / vecWidth(p));
+        off = ceil64(off + L.bitRevBytes);
         L.twd = off;
         L.twdBytes = engineTwdBytes(p, m);
         off = ceil64(off + L.twdBytes);
@@ -237,6 +231,13 @@ inline Layout layoutFor(Prec p, int m) {
     off = ceil64(off + L.bitRevBytes);
     L.tileRev = off;
     off += 64;
+    if (m == largeFrom(p)) {
+        // room reserved for the full permutation at this order: the placement
+        // table of a first pass over the whole transform
+        L.place = off;
+        L.placeBytes = 4 * (pow2(m - 2) / vecWidth(p));
+        off = ceil64(off + L.placeBytes);
+    }
     if (r < largeFrom(p)) {
         L.twd = off;
         L.twdBytes = engineTwdBytes(p, r);

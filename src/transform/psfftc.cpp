@@ -127,13 +127,22 @@ void runLarge(const SpecHeader* h, const D& d, T* work, bool scaled, T scale) {
     constexpr int W = V::W;
     const int m = h->order, b = h->blkOrder, r = m - b;
     const std::size_t R = std::size_t(1) << r, C = std::size_t(1) << b;
-    d.bitReverse(m, table<std::int32_t>(h, h->bitRevOff), table<std::uint8_t>(h, h->tileRevOff),
-                 work);
     const auto raw = d.raw();
     const auto g = d.template group<A>();
+    // At the first large order, out of place, the permutation is the
+    // placement of one first pass over the whole transform, read straight
+    // from the source; the rows then continue from their second pass.
+    const bool placed = h->placeOff != 0 && !d.inPlace();
+    if (placed)
+        firstPassRev<V, INV, 4>(d.in(), g, std::size_t(1) << m, table<std::int32_t>(h, h->placeOff));
+    else
+        d.bitReverse(m, table<std::int32_t>(h, h->bitRevOff),
+                     table<std::uint8_t>(h, h->tileRevOff), work);
     for (std::size_t row = 0; row < C; ++row) {
         const std::ptrdiff_t og = std::ptrdiff_t(row * R / W);
-        if (h->stepTwdOff == 0) {
+        if (placed) {
+            enginePasses<V, INV, false>(g.at(og), g.at(og), r, table<T>(h, h->twdOff), T(1));
+        } else if (h->stepTwdOff == 0) {
             engineNoRev<V, INV>(raw.at(og), g.at(og), g.at(og), r, table<T>(h, h->twdOff), false,
                                 T(1));
         } else {
@@ -182,15 +191,6 @@ ZvpStatus transform(const SpecHeader* h, const D& d, Zvp8u* pBuffer) {
     if (m >= largeFrom(P)) {
         if (d.aligned()) runLarge<INV, true>(h, d, work, scaled, scale);
         else runLarge<INV, false>(h, d, work, scaled, scale);
-    } else if (m >= separateRevFrom(P)) {
-        d.bitReverse(m, table<std::int32_t>(h, h->bitRevOff),
-                     table<std::uint8_t>(h, h->tileRevOff), work);
-        if (d.aligned())
-            engineNoRev<V, INV>(d.raw(), d.template group<true>(), d.out(), m,
-                                table<T>(h, h->twdOff), scaled, scale);
-        else
-            engineNoRev<V, INV>(d.raw(), d.template group<false>(), d.out(), m,
-                                table<T>(h, h->twdOff), scaled, scale);
     } else {
         if (!d.inPlace() && d.aligned())
             engineRev<V, INV>(d.in(), d.group(), d.out(), m, table<std::int32_t>(h, h->bitRevOff),

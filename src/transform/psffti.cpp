@@ -306,22 +306,27 @@ void buildTables(SpecHeader* h, int m, const BaseTable<T>& base) {
     constexpr Prec P = PrecOf<T>::value;
     constexpr int W = VecOf<T>::type::W;
     const Layout L = layoutFor(P, m);
+    // Where the first pass (butterflies of 2^lp points) puts butterfly k =
+    // g W: 2^lp bitrev(k).
+    auto placement = [&](std::int64_t off) {
+        const int lp = passPlan(m).bits[0];
+        auto* rev = at<std::int32_t>(h, off);
+        for (std::int64_t g = 0; g < pow2(m - lp) / W; ++g)
+            rev[g] = std::int32_t(bitrev(std::uint32_t(g * W), m - lp) << lp);
+    };
     if (m < largeFrom(P)) {
-        if (m >= separateRevFrom(P)) {
-            buildTileTables(h, L, m);
-        } else {
-            const int lp = passPlan(m).bits[0];
-            auto* rev = at<std::int32_t>(h, L.bitRev);
-            for (std::int64_t g = 0; g < pow2(m - lp) / W; ++g)
-                rev[g] = std::int32_t(bitrev(std::uint32_t(g * W), m - lp) << lp);
-            h->bitRevOff = std::int32_t(L.bitRev);
-        }
+        placement(L.bitRev);
+        h->bitRevOff = std::int32_t(L.bitRev);
         buildEngineTwiddles(at<T>(h, L.twd), m, base);
         h->twdOff = std::int32_t(L.twd);
     } else {
         h->blkOrder = blockOrder(P, m);
         h->bufOrder = bufferOrder(P, m);
         buildTileTables(h, L, m);
+        if (L.place) {
+            placement(L.place);
+            h->placeOff = std::int32_t(L.place);
+        }
         if (L.stepOrder == 0) {
             buildEngineTwiddles(at<T>(h, L.twd), L.rowOrder, base);
             h->twdOff = std::int32_t(L.twd);

@@ -77,7 +77,8 @@ void recombineInverseSplit(const T* in, T* out, int n, int inShift, int outShift
 // Small real transforms of 2^order points, order 0 .. 5 (psfftrs.cpp).
 // Forward: x (N values) to X[0 .. N/2] as N/2+1 (re, im) pairs.
 // Inverse: X[0 .. N/2] as pairs (imaginary parts of X[0] and X[N/2] ignored)
-// to N x, unscaled.
+// to N x, unscaled. Both read their whole input before writing, so the
+// input and output may be the same vector.
 template <class T>
 void smallRealForward(const T* x, T* ccs, int order);
 template <class T>

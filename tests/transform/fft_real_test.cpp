@@ -309,6 +309,7 @@ TYPED_TEST(FftRealTest, RoundTripEveryFlag) {
 TYPED_TEST(FftRealTest, LargeOrderRoundTrips) {
     using T = TypeParam;
     for (int m : {23, 24}) {
+        if (m == 24 && sizeof(T) == 8) continue;  // 128 MiB vectors: the single type covers it
         SCOPED_TRACE(::testing::Message() << "order " << m);
         const auto xs = signal(m);
         std::vector<T> v(xs.begin(), xs.end());
