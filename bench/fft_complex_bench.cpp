@@ -2,16 +2,19 @@
 // against FFTW 3 in the same binary, N = 2^4 .. 2^22. FFTW plans are made with
 // FFTW_MEASURE outside the timed loop. Counters:
 //   mflops  the benchFFT figure 5 N log2 N / (time in microseconds)
-//   err     relative L2 error of the same transform of the same input against
+//   err     relative L2 error of the same transform of the same inputs against
 //           a long-double reference (naive DFT up to 4096 points, a
-//           long-double radix-2 FFT above)
+//           long-double radix-2 FFT above); below 4096 points the RMS over
+//           several inputs (64 at 2^4 .. 2 at 2^11)
 // bench/fft_table.py turns the JSON report into the table of fft_complex.md.
 #include <benchmark/benchmark.h>
 #include <fftw3.h>
 
 #include <cmath>
 #include <complex>
+#include <algorithm>
 #include <map>
+#include <utility>
 #include <random>
 #include <vector>
 
@@ -23,35 +26,46 @@ namespace {
 
 using cld = std::complex<long double>;
 
-std::vector<cld> input(int order) {
-    std::mt19937 rng(1234u + unsigned(order));
+std::vector<cld> input(int order, unsigned seed = 0) {
+    std::mt19937 rng(1234u + unsigned(order) + 7919u * seed);
     std::uniform_real_distribution<double> u(-1.0, 1.0);
     std::vector<cld> x(std::size_t(1) << order);
     for (auto& v : x) v = {u(rng), u(rng)};
     return x;
 }
 
-// Reference spectrum of input(order), computed once per order.
-const std::vector<cld>& reference(int order) {
-    static std::map<int, std::vector<cld>> cache;
-    auto it = cache.find(order);
+// Reference spectrum of input(order, seed), computed once.
+const std::vector<cld>& reference(int order, unsigned seed) {
+    static std::map<std::pair<int, unsigned>, std::vector<cld>> cache;
+    auto it = cache.find({order, seed});
     if (it != cache.end()) return it->second;
-    std::vector<cld> x = input(order);
+    std::vector<cld> x = input(order, seed);
     if (order <= 12) {
         x = zvp::test::naiveDft(x, -1);
     } else {
         zvp::test::longDoubleFft(x, -1);
     }
-    return cache.emplace(order, std::move(x)).first->second;
+    return cache.emplace(std::make_pair(order, seed), std::move(x)).first->second;
 }
 
-// get(i) returns output i as a std::complex.
-template <class Get>
-double errorOf(Get get, int order) {
-    const auto& ref = reference(order);
-    std::vector<cld> got(ref.size());
-    for (std::size_t i = 0; i < ref.size(); ++i) got[i] = get(i);
-    return zvp::test::relativeL2(got, ref);
+// Inputs over which the error is averaged: one error of one input says
+// little at small N, so small sizes take the RMS over several inputs.
+int errorInputs(int order) { return order >= 12 ? 1 : 1 << std::min(6, 12 - order); }
+
+// run(x, y) transforms input x (as cld) into y (as cld); the RMS of the
+// relative L2 errors over errorInputs(order) inputs.
+template <class Run>
+double rmsError(Run run, int order) {
+    const int k = errorInputs(order);
+    double sum = 0;
+    for (int s = 0; s < k; ++s) {
+        const auto& ref = reference(order, unsigned(s));
+        std::vector<cld> got(ref.size());
+        run(input(order, unsigned(s)), got);
+        const double e = zvp::test::relativeL2(got, ref);
+        sum += e * e;
+    }
+    return std::sqrt(sum / k);
 }
 
 void finish(benchmark::State& st, int order, double err) {
@@ -111,7 +125,11 @@ void BM_zvp(benchmark::State& st) {
         Z::fwd(x, y, spec, buf);
         benchmark::ClobberMemory();
     }
-    finish(st, order, errorOf([&](std::size_t i) { return cld(y[i].re, y[i].im); }, order));
+    finish(st, order, rmsError([&](const std::vector<cld>& in, std::vector<cld>& out) {
+        for (int i = 0; i < n; ++i) x[i] = {T(in[i].real()), T(in[i].imag())};
+        Z::fwd(x, y, spec, buf);
+        for (int i = 0; i < n; ++i) out[i] = {y[i].re, y[i].im};
+    }, order));
     zvpsFree(buf);
     Z::release(spec);
     zvpsFree(x);
@@ -135,7 +153,14 @@ void BM_fftwf(benchmark::State& st) {
         fftwf_execute(p);
         benchmark::ClobberMemory();
     }
-    finish(st, order, errorOf([&](std::size_t i) { return cld(y[i][0], y[i][1]); }, order));
+    finish(st, order, rmsError([&](const std::vector<cld>& in, std::vector<cld>& out) {
+        for (int i = 0; i < n; ++i) {
+            x[i][0] = float(in[i].real());
+            x[i][1] = float(in[i].imag());
+        }
+        fftwf_execute(p);
+        for (int i = 0; i < n; ++i) out[i] = {y[i][0], y[i][1]};
+    }, order));
     fftwf_destroy_plan(p);
     fftwf_free(x);
     fftwf_free(y);
@@ -156,7 +181,14 @@ void BM_fftw(benchmark::State& st) {
         fftw_execute(p);
         benchmark::ClobberMemory();
     }
-    finish(st, order, errorOf([&](std::size_t i) { return cld(y[i][0], y[i][1]); }, order));
+    finish(st, order, rmsError([&](const std::vector<cld>& in, std::vector<cld>& out) {
+        for (int i = 0; i < n; ++i) {
+            x[i][0] = in[i].real();
+            x[i][1] = in[i].imag();
+        }
+        fftw_execute(p);
+        for (int i = 0; i < n; ++i) out[i] = {y[i][0], y[i][1]};
+    }, order));
     fftw_destroy_plan(p);
     fftw_free(x);
     fftw_free(y);
