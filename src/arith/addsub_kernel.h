@@ -353,6 +353,34 @@ ZvpStatus overReals(int len, F f) {
     return zvpStsNoErr;
 }
 
+// The complex integer forms of Add and Sub are the real forms on twice the
+// length. The length is checked first; the real form checks the pointers
+// (a null complex pointer stays null).
+template <class R, class C>
+const R* realsOf(const C* p, std::ptrdiff_t off) {
+    return p ? reinterpret_cast<const R*>(p) + off : nullptr;
+}
+template <class R, class C>
+R* realsOf(C* p, std::ptrdiff_t off) {
+    return p ? reinterpret_cast<R*>(p) + off : nullptr;
+}
+template <class R, class C>
+ZvpStatus complexAsReals(ZvpStatus (*real)(const R*, const R*, R*, int, int), const C* a,
+                         const C* b, C* d, int len, int sf) {
+    ZVP_CHECK_LENS(len);
+    return overReals(len, [&](std::ptrdiff_t off, int n) {
+        return real(realsOf<R>(a, off), realsOf<R>(b, off), realsOf<R>(d, off), n, sf);
+    });
+}
+template <class R, class C>
+ZvpStatus complexAsReals(ZvpStatus (*real)(const R*, R*, int, int), const C* a, C* d, int len,
+                         int sf) {
+    ZVP_CHECK_LENS(len);
+    return overReals(len, [&](std::ptrdiff_t off, int n) {
+        return real(realsOf<R>(a, off), realsOf<R>(d, off), n, sf);
+    });
+}
+
 // ---- Floating point --------------------------------------------------------
 
 template <class F>

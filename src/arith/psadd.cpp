@@ -179,23 +179,6 @@ void add32u(const Zvp32u* a, const Zvp32u* b, Zvp32u* d, int n) {
     }
 }
 
-// Add of complex integers is the real Add on twice the length. The length
-// is checked first; the real form checks the pointers.
-template <class F>
-ZvpStatus twiceReals(int len, F f) {
-    ZVP_CHECK_LENS(len);
-    return addsub::overReals(len, f);
-}
-
-template <class T, class C>
-const T* re(const C* p, std::ptrdiff_t off) {
-    return p ? reinterpret_cast<const T*>(p) + off : nullptr;
-}
-template <class T, class C>
-T* re(C* p, std::ptrdiff_t off) {
-    return p ? reinterpret_cast<T*>(p) + off : nullptr;
-}
-
 }  // namespace
 
 // ---- Add: vector + vector ---------------------------------------------------
@@ -238,15 +221,10 @@ ZvpStatus zvpsAdd_16u_ISfs(const Zvp16u* pSrc, Zvp16u* pSrcDst, int len, int sca
 
 ZvpStatus zvpsAdd_16sc_Sfs(const Zvp16sc* pSrc1, const Zvp16sc* pSrc2, Zvp16sc* pDst, int len,
                            int scaleFactor) {
-    return twiceReals(len, [&](std::ptrdiff_t off, int n) {
-        return zvpsAdd_16s_Sfs(re<Zvp16s>(pSrc1, off), re<Zvp16s>(pSrc2, off),
-                               re<Zvp16s>(pDst, off), n, scaleFactor);
-    });
+    return addsub::complexAsReals(zvpsAdd_16s_Sfs, pSrc1, pSrc2, pDst, len, scaleFactor);
 }
 ZvpStatus zvpsAdd_16sc_ISfs(const Zvp16sc* pSrc, Zvp16sc* pSrcDst, int len, int scaleFactor) {
-    return twiceReals(len, [&](std::ptrdiff_t off, int n) {
-        return zvpsAdd_16s_ISfs(re<Zvp16s>(pSrc, off), re<Zvp16s>(pSrcDst, off), n, scaleFactor);
-    });
+    return addsub::complexAsReals(zvpsAdd_16s_ISfs, pSrc, pSrcDst, len, scaleFactor);
 }
 
 ZvpStatus zvpsAdd_32s_Sfs(const Zvp32s* pSrc1, const Zvp32s* pSrc2, Zvp32s* pDst, int len,
@@ -259,15 +237,10 @@ ZvpStatus zvpsAdd_32s_ISfs(const Zvp32s* pSrc, Zvp32s* pSrcDst, int len, int sca
 
 ZvpStatus zvpsAdd_32sc_Sfs(const Zvp32sc* pSrc1, const Zvp32sc* pSrc2, Zvp32sc* pDst, int len,
                            int scaleFactor) {
-    return twiceReals(len, [&](std::ptrdiff_t off, int n) {
-        return zvpsAdd_32s_Sfs(re<Zvp32s>(pSrc1, off), re<Zvp32s>(pSrc2, off),
-                               re<Zvp32s>(pDst, off), n, scaleFactor);
-    });
+    return addsub::complexAsReals(zvpsAdd_32s_Sfs, pSrc1, pSrc2, pDst, len, scaleFactor);
 }
 ZvpStatus zvpsAdd_32sc_ISfs(const Zvp32sc* pSrc, Zvp32sc* pSrcDst, int len, int scaleFactor) {
-    return twiceReals(len, [&](std::ptrdiff_t off, int n) {
-        return zvpsAdd_32s_ISfs(re<Zvp32s>(pSrc, off), re<Zvp32s>(pSrcDst, off), n, scaleFactor);
-    });
+    return addsub::complexAsReals(zvpsAdd_32s_ISfs, pSrc, pSrcDst, len, scaleFactor);
 }
 
 ZvpStatus zvpsAdd_32u(const Zvp32u* pSrc1, const Zvp32u* pSrc2, Zvp32u* pDst, int len) {

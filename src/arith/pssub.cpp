@@ -34,23 +34,6 @@ ZvpStatus subCReal(const typename L::T* s, typename L::T c, typename L::T* d, in
     return addsub::realConst<L, Op::Sub, constFirst>(s, c, d, len, sf, lim);
 }
 
-template <class T, class C>
-const T* re(const C* p, std::ptrdiff_t off) {
-    return p ? reinterpret_cast<const T*>(p) + off : nullptr;
-}
-template <class T, class C>
-T* re(C* p, std::ptrdiff_t off) {
-    return p ? reinterpret_cast<T*>(p) + off : nullptr;
-}
-
-// Sub of complex integers is the real Sub on twice the length. The length
-// is checked first; the real form checks the pointers.
-template <class F>
-ZvpStatus twiceReals(int len, F f) {
-    ZVP_CHECK_LENS(len);
-    return addsub::overReals(len, f);
-}
-
 }  // namespace
 
 // ---- Sub: second vector - first vector ----------------------------------------
@@ -87,15 +70,10 @@ ZvpStatus zvpsSub_16u_ISfs(const Zvp16u* pSrc, Zvp16u* pSrcDst, int len, int sca
 
 ZvpStatus zvpsSub_16sc_Sfs(const Zvp16sc* pSrc1, const Zvp16sc* pSrc2, Zvp16sc* pDst, int len,
                            int scaleFactor) {
-    return twiceReals(len, [&](std::ptrdiff_t off, int n) {
-        return zvpsSub_16s_Sfs(re<Zvp16s>(pSrc1, off), re<Zvp16s>(pSrc2, off),
-                               re<Zvp16s>(pDst, off), n, scaleFactor);
-    });
+    return addsub::complexAsReals(zvpsSub_16s_Sfs, pSrc1, pSrc2, pDst, len, scaleFactor);
 }
 ZvpStatus zvpsSub_16sc_ISfs(const Zvp16sc* pSrc, Zvp16sc* pSrcDst, int len, int scaleFactor) {
-    return twiceReals(len, [&](std::ptrdiff_t off, int n) {
-        return zvpsSub_16s_ISfs(re<Zvp16s>(pSrc, off), re<Zvp16s>(pSrcDst, off), n, scaleFactor);
-    });
+    return addsub::complexAsReals(zvpsSub_16s_ISfs, pSrc, pSrcDst, len, scaleFactor);
 }
 
 ZvpStatus zvpsSub_32s_Sfs(const Zvp32s* pSrc1, const Zvp32s* pSrc2, Zvp32s* pDst, int len,
@@ -108,15 +86,10 @@ ZvpStatus zvpsSub_32s_ISfs(const Zvp32s* pSrc, Zvp32s* pSrcDst, int len, int sca
 
 ZvpStatus zvpsSub_32sc_Sfs(const Zvp32sc* pSrc1, const Zvp32sc* pSrc2, Zvp32sc* pDst, int len,
                            int scaleFactor) {
-    return twiceReals(len, [&](std::ptrdiff_t off, int n) {
-        return zvpsSub_32s_Sfs(re<Zvp32s>(pSrc1, off), re<Zvp32s>(pSrc2, off),
-                               re<Zvp32s>(pDst, off), n, scaleFactor);
-    });
+    return addsub::complexAsReals(zvpsSub_32s_Sfs, pSrc1, pSrc2, pDst, len, scaleFactor);
 }
 ZvpStatus zvpsSub_32sc_ISfs(const Zvp32sc* pSrc, Zvp32sc* pSrcDst, int len, int scaleFactor) {
-    return twiceReals(len, [&](std::ptrdiff_t off, int n) {
-        return zvpsSub_32s_ISfs(re<Zvp32s>(pSrc, off), re<Zvp32s>(pSrcDst, off), n, scaleFactor);
-    });
+    return addsub::complexAsReals(zvpsSub_32s_ISfs, pSrc, pSrcDst, len, scaleFactor);
 }
 
 ZvpStatus zvpsSub_32f(const Zvp32f* pSrc1, const Zvp32f* pSrc2, Zvp32f* pDst, int len) {
