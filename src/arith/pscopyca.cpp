@@ -36,19 +36,46 @@ bool allBytesEqual(const T& v) {
     return true;
 }
 
-// Fills n bytes at d with the periodic pattern held in pat (period bytes,
-// dividing 16; phase 0 at d).
-void fillPattern(unsigned char* d, std::size_t n, __m128i pat, std::size_t period) {
-    alignas(16) unsigned char twice[32];
-    simd::store(twice, pat);
-    simd::store(twice + 16, pat);
-    if (n < 16) {
-        std::memcpy(d, twice, n);
-        return;
+// The value repeated over 16 bytes, built in registers (a pattern assembled
+// in memory and read back as one vector would stall on store forwarding).
+template <class T>
+__m128i patternOf(const T& v) {
+    static_assert(16 % sizeof(T) == 0);
+    if constexpr (sizeof(T) == 1) {
+        std::uint8_t x;
+        std::memcpy(&x, &v, 1);
+        return _mm_set1_epi8(char(x));
+    } else if constexpr (sizeof(T) == 2) {
+        std::uint16_t x;
+        std::memcpy(&x, &v, 2);
+        return _mm_set1_epi16(short(x));
+    } else if constexpr (sizeof(T) == 4) {
+        std::uint32_t x;
+        std::memcpy(&x, &v, 4);
+        return _mm_set1_epi32(int(x));
+    } else if constexpr (sizeof(T) == 8) {
+        std::uint64_t x;
+        std::memcpy(&x, &v, 8);
+        return _mm_set1_epi64x(std::int64_t(x));
+    } else {
+        return simd::loadu(&v);
     }
+}
+
+// Fills n >= 16 bytes at d with the periodic pattern pat (period bytes,
+// dividing 16 and dividing n; phase 0 at d).
+void fillPattern(unsigned char* d, std::size_t n, __m128i pat, std::size_t period) {
     simd::storeu(d, pat);
     const std::size_t head = (16 - (reinterpret_cast<std::uintptr_t>(d) & 15)) & 15;
-    const __m128i rot = simd::loadu(twice + head);  // pattern in phase at d + head
+    // The pattern in phase at d + head: the pattern itself whenever d is
+    // aligned to its element, rotated by head bytes otherwise.
+    __m128i rot = pat;
+    if (head % period != 0) {
+        alignas(16) unsigned char twice[32];
+        simd::store(twice, pat);
+        simd::store(twice + 16, pat);
+        rot = simd::loadu(twice + head);
+    }
     unsigned char* p = d + head;
     unsigned char* const end = d + n;
     if (n >= kStreamBytes) {
@@ -62,7 +89,7 @@ void fillPattern(unsigned char* d, std::size_t n, __m128i pat, std::size_t perio
     } else if (period <= sizeof(Word) && n >= kStringStoreBytes) {
         // p is 16-byte aligned, so the word at p is in phase at rot's start.
         Word w;
-        std::memcpy(&w, twice + head, sizeof w);
+        std::memcpy(&w, &rot, sizeof w);
         const std::size_t words = std::size_t(end - p) / sizeof(Word);
         stringStore(p, w, words);
         p += words * sizeof(Word);
@@ -75,16 +102,9 @@ void fillPattern(unsigned char* d, std::size_t n, __m128i pat, std::size_t perio
         }
     }
     for (; p + 16 <= end; p += 16) simd::store(p, rot);
-    // Last 16 bytes, overlapping what is already written, in phase.
-    simd::storeu(end - 16, simd::loadu(twice + (n & 15)));
-}
-
-template <class T>
-__m128i patternOf(const T& v) {
-    static_assert(16 % sizeof(T) == 0);
-    alignas(16) unsigned char b[16];
-    for (std::size_t i = 0; i < 16; i += sizeof(T)) std::memcpy(b + i, &v, sizeof(T));
-    return simd::load(b);
+    // Last 16 bytes, overlapping what is already written: n is a whole
+    // number of periods, so end - 16 is in phase 0.
+    simd::storeu(end - 16, pat);
 }
 
 template <class T>
@@ -108,7 +128,9 @@ ZvpStatus setImpl(T v, T* d, int len) {
     ZVP_CHECK_PTRS(d);
     ZVP_CHECK_LENS(len);
     const std::size_t n = std::size_t(len) * sizeof(T);
-    if (allBytesEqual(v))
+    if (n < 16)
+        for (int i = 0; i < len; ++i) d[i] = v;
+    else if (allBytesEqual(v))
         std::memset(d, *reinterpret_cast<const unsigned char*>(&v), n);
     else
         fillPattern(reinterpret_cast<unsigned char*>(d), n, patternOf(v), sizeof(T));
