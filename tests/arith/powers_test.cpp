@@ -267,7 +267,7 @@ TEST(Abs, IntegersSaturateAndFloatsClearTheSign) {
         a[n / 2] = -32768;
         b[n / 2] = INT32_MIN;
         c[n / 2] = -0.0f;
-        GuardedBuffer da(n * 2, 2), db(n * 4, 4), dc(n * 4, 6), de(n * 8, 8);
+        GuardedBuffer da(n * 2, 2), db(n * 4, 4), dc(n * 4, 12), de(n * 8, 8);
         ASSERT_EQ(zvpsAbs_16s(a.data(), da.as<Zvp16s>(), n), zvpStsNoErr);
         ASSERT_EQ(zvpsAbs_32s(b.data(), db.as<Zvp32s>(), n), zvpStsNoErr);
         ASSERT_EQ(zvpsAbs_32f(c.data(), dc.as<Zvp32f>(), n), zvpStsNoErr);
@@ -461,7 +461,7 @@ TEST(Sqrt, ComplexFloatsPrincipalRoot) {
     std::vector<Zvp32f> vf(v.size());
     for (std::size_t i = 0; i < v.size(); ++i) vf[i] = Zvp32f(i < 24 && std::fabs(v[i]) > 1e30 ? v[i] / 1e270 : v[i]);
     for (int len : {n, 1, 2, 3, 5, 17}) {
-        GuardedBuffer d1(len * 8, 8), d2(len * 16, 4);
+        GuardedBuffer d1(len * 8, 8), d2(len * 16, 8);
         ASSERT_EQ(zvpsSqrt_32fc(reinterpret_cast<const Zvp32fc*>(vf.data()), d1.as<Zvp32fc>(), len), zvpStsNoErr);
         ASSERT_EQ(zvpsSqrt_64fc(reinterpret_cast<const Zvp64fc*>(v.data()), d2.as<Zvp64fc>(), len), zvpStsNoErr);
         for (int i = 0; i < len; ++i) {
@@ -670,7 +670,7 @@ TEST(Cubrt, FloatsWithinOneUlpAndScaledIntegersExact) {
 TEST(Exp, FloatsWithinBoundsAtEveryLength) {
     for (int n = 1; n <= 67; ++n) {
         auto x = randomReals<Zvp32f>(n, n, -110, 95);
-        GuardedBuffer d(n * 4, 4), d64(n * 8, 8), e64(n * 8, 4);
+        GuardedBuffer d(n * 4, 4), d64(n * 8, 8), e64(n * 8, 8);
         ASSERT_EQ(zvpsExp_32f(x.data(), d.as<Zvp32f>(), n), zvpStsNoErr);
         ASSERT_EQ(zvpsExp_32f64f(x.data(), d64.as<Zvp64f>(), n), zvpStsNoErr);
         std::vector<Zvp64f> y(x.begin(), x.end());

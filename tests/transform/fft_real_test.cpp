@@ -519,7 +519,19 @@ TYPED_TEST(FftRealTest, TransformErrorsWriteNothing) {
     EXPECT_EQ(Api<T>::release(reinterpret_cast<Spec*>(other)), zvpStsContextMatchErr);
     EXPECT_EQ(Api<Other>::release(other), zvpStsNoErr);
     EXPECT_EQ(Api<T>::release(spec), zvpStsNoErr);
-    EXPECT_EQ(Api<T>::release(spec), zvpStsContextMatchErr);
+    // A record in caller memory stays readable after its release: the tag is
+    // cleared, so a second release and any later use report the context
+    // error. (An allocated record is freed by its release; releasing it again
+    // would read freed memory.)
+    int s = 0, i = 0, w = 0;
+    ASSERT_EQ(Api<T>::getSize(7, ZVP_FFT_NODIV_BY_ANY, &s, &i, &w), zvpStsNoErr);
+    std::vector<Zvp8u> specMem(s), initMem(i + 1);
+    typename Api<T>::Spec* local = nullptr;
+    ASSERT_EQ(Api<T>::init(&local, 7, ZVP_FFT_NODIV_BY_ANY, specMem.data(), initMem.data()), zvpStsNoErr);
+    EXPECT_EQ(Api<T>::release(local), zvpStsNoErr);
+    EXPECT_EQ(Api<T>::release(local), zvpStsContextMatchErr);
+    const std::vector<T> ones(128, T(1));
+    EXPECT_EQ(Api<T>::fwd(Layout::Ccs, ones.data(), d.as<T>(), local, nullptr), zvpStsContextMatchErr);
     EXPECT_TRUE(d.untouched());
 }
 
