@@ -29,7 +29,8 @@ using std::size_t;
 // ---- Adaptors -----------------------------------------------------------------
 
 // Group form: group g holds W real parts at re + g*GS and W imaginary parts
-// at im + g*GS (GS = 2W for one interleaved-group array, W for split arrays).
+// at im + g*GS. Used with GS = W for the split arrays; one array in group form
+// is GroupBuf below.
 template <class V, int GS, bool A = true>
 struct GroupIO {
     using T = typename V::T;
@@ -47,9 +48,27 @@ struct GroupIO {
     GroupIO at(ptrdiff_t g) const { return {re + g * GS, im + g * GS}; }
 };
 template <class V, bool A = true>
-using GroupBuf = GroupIO<V, 2 * V::W, A>;  // one array in group form
+using SplitIO = GroupIO<V, V::W, A>;  // two split arrays
+
+// One array in group form: the imaginary parts of a group follow its real
+// parts, so one base pointer addresses both and a butterfly's legs differ
+// only by constant offsets.
 template <class V, bool A = true>
-using SplitIO = GroupIO<V, V::W, A>;       // two split arrays
+struct GroupBuf {
+    using T = typename V::T;
+    static constexpr int W = V::W;
+    T* p;
+    static typename V::R ldv(const T* q) {
+        if constexpr (A) return V::lda(q);
+        else return V::ld(q);
+    }
+    CV<V> load(ptrdiff_t g) const { return {ldv(p + g * 2 * W), ldv(p + g * 2 * W + W)}; }
+    void store(ptrdiff_t g, CV<V> v) const {
+        V::st(p + g * 2 * W, v.re);
+        V::st(p + g * 2 * W + W, v.im);
+    }
+    GroupBuf at(ptrdiff_t g) const { return {p + g * 2 * W}; }
+};
 
 // Interleaved (re, im) complex samples; group g = samples W g .. W g + W - 1.
 template <class V>
@@ -67,7 +86,7 @@ struct InterIO {
 
 template <class V, bool A = true>
 inline GroupBuf<V, A> groupView(typename V::T* p) {
-    return {p, p + V::W};
+    return {p};
 }
 
 // ---- Passes ---------------------------------------------------------------------
@@ -206,8 +225,8 @@ template <class V, bool INV, bool SCALE, class In, class Out>
 // One radix-4 pass over ng groups combining transforms of lg groups each;
 // in and out may be the same memory.
 template <class V, bool INV, bool SCALE, class In, class Out>
-void stageR4(In in, Out out, size_t ng, size_t lg, const typename V::T* tw,
-             typename V::R scale) {
+[[gnu::always_inline]] inline void stageR4(const In& in, const Out& out, size_t ng, size_t lg,
+                                           const typename V::T* tw, typename V::R scale) {
     constexpr int W = V::W;
     const size_t span = 4 * lg;
     if (lg >= 4) {
@@ -256,7 +275,8 @@ template <class V, bool INV, bool SCALE, class In, class Out>
 }
 
 template <class V, bool INV, bool SCALE, class In, class Out>
-void stageR8(In in, Out out, size_t ng, size_t lg, const typename V::T* tw, typename V::R scale) {
+[[gnu::always_inline]] inline void stageR8(const In& in, const Out& out, size_t ng, size_t lg,
+                                           const typename V::T* tw, typename V::R scale) {
     constexpr int W = V::W;
     const size_t span = 8 * lg;
     if (lg >= 4) {
@@ -271,10 +291,20 @@ void stageR8(In in, Out out, size_t ng, size_t lg, const typename V::T* tw, type
 }
 
 template <class V, bool INV, bool SCALE, class In, class Out>
-inline void runPass(int bits, In in, Out out, size_t ng, size_t lg, const typename V::T* tw,
-                    typename V::R scale) {
+[[gnu::noinline]] void runPass(int bits, In in, Out out, size_t ng, size_t lg,
+                               const typename V::T* tw, typename V::R scale) {
     if (bits == 3) stageR8<V, INV, SCALE>(in, out, ng, lg, tw, scale);
     else stageR4<V, INV, SCALE>(in, out, ng, lg, tw, scale);
+}
+
+// The same pass in place: one view for source and destination, so loads and
+// stores share their addresses.
+template <class V, bool INV, class Buf>
+[[gnu::noinline]] void runPassInPlace(int bits, Buf w, size_t ng, size_t lg,
+                                      const typename V::T* tw) {
+    const auto one = V::set1(typename V::T(1));
+    if (bits == 3) stageR8<V, INV, false>(w, w, ng, lg, tw, one);
+    else stageR4<V, INV, false>(w, w, ng, lg, tw, one);
 }
 
 // The passes after the first pass of a 2^m-point engine (see PassPlan), on
@@ -284,9 +314,8 @@ template <class V, bool INV, bool SCALE, class Work, class Out>
 void enginePasses(Work w, Out out, int m, const typename V::T* tw, typename V::T scale) {
     constexpr int W = V::W;
     const size_t n = size_t(1) << m;
-    const PassPlan plan = passPlan(m);
+    const PassPlan plan = passPlan(sizeof(typename V::T) == 4 ? Prec::Single : Prec::Double, m);
     const auto sc = V::set1(scale);
-    const auto one = V::set1(typename V::T(1));
     size_t L = size_t(1) << plan.bits[0];
     int i = 1;
     if (plan.blocked > 0) {
@@ -296,7 +325,7 @@ void enginePasses(Work w, Out out, int m, const typename V::T* tw, typename V::T
             const typename V::T* t = tw;
             const auto wb = w.at(ptrdiff_t(b0 / W));
             for (int j = 1; j < plan.blocked; ++j) {
-                runPass<V, INV, false>(plan.bits[j], wb, wb, blk / W, l / W, t, one);
+                runPassInPlace<V, INV>(plan.bits[j], wb, blk / W, l / W, t);
                 t += 2 * ((size_t(1) << plan.bits[j]) - 1) * l;
                 l <<= plan.bits[j];
             }
@@ -307,7 +336,7 @@ void enginePasses(Work w, Out out, int m, const typename V::T* tw, typename V::T
         }
     }
     for (; i + 1 < plan.count; ++i) {
-        runPass<V, INV, false>(plan.bits[i], w, w, n / W, L / W, tw, one);
+        runPassInPlace<V, INV>(plan.bits[i], w, n / W, L / W, tw);
         tw += 2 * ((size_t(1) << plan.bits[i]) - 1) * L;
         L <<= plan.bits[i];
     }
@@ -569,6 +598,38 @@ void tileRevInPlace(E* x, int m, const std::int32_t* partner, const std::uint8_t
     }
 }
 
+// Out of place with 16-byte elements a whole tile (64 KiB) would not stay in
+// the first-level cache, so a tile moves in four slices of 16 source columns
+// (16 KiB). Column c = 16 j + c' of the source tile lands on destination row
+// rev6(c) = 4 rev4(c') + rev2(j): a slice fills every fourth destination row,
+// whole. The slice is gathered transposed (buf[rev4 c'][rev6 a]) and its 16
+// buffer rows are copied out as they stand. (With 8-byte elements the whole
+// tile, 32 KiB, moves as fast.)
+template <class E>
+void tileRevSlices(const E* x, size_t rowStride, E* y, const std::uint8_t* rev6, E* buf) {
+    static_assert(sizeof(E) == 16);
+    for (int j = 0; j < 4; ++j) {
+        const E* xs = x + 16 * j;
+        for (size_t a = 0; a < 64; ++a) {
+            const E* row = xs + a * rowStride;
+            E* b = buf + rev6[a];
+#pragma GCC unroll 16
+            for (int c = 0; c < 16; ++c)
+                _mm_store_si128(reinterpret_cast<__m128i*>(b + (kRev6.v[c] >> 2) * 64),
+                                _mm_loadu_si128(reinterpret_cast<const __m128i*>(row + c)));
+        }
+        const size_t r0 = kRev6.v[j] >> 4;  // rev2(j)
+        for (size_t c = 0; c < 16; ++c) {
+            const E* b = buf + c * 64;
+            E* out = y + (4 * c + r0) * rowStride;
+#pragma GCC unroll 8
+            for (int k = 0; k < 64; ++k)
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(out + k),
+                                 _mm_load_si128(reinterpret_cast<const __m128i*>(b + k)));
+        }
+    }
+}
+
 template <class E>
 void tileRevOutOfPlace(const E* src, E* dst, int m, const std::int32_t* partner,
                        const std::uint8_t* rev6, E* buf) {
@@ -576,8 +637,12 @@ void tileRevOutOfPlace(const E* src, E* dst, int m, const std::int32_t* partner,
     const size_t rs = (size_t(1) << m) / 64;
     for (size_t t = 0; t < nt; ++t) {
         if (t + 1 < nt) prefetchTile(src + size_t(partner[t + 1]) * 64, rs);
-        tileGather(src + size_t(partner[t]) * 64, rs, buf, rev6);
-        tileTransposeOut(buf, dst + t * 64, rs);
+        if constexpr (sizeof(E) == 16) {
+            tileRevSlices(src + size_t(partner[t]) * 64, rs, dst + t * 64, rev6, buf);
+        } else {
+            tileGather(src + size_t(partner[t]) * 64, rs, buf, rev6);
+            tileTransposeOut(buf, dst + t * 64, rs);
+        }
     }
 }
 

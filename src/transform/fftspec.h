@@ -162,8 +162,8 @@ constexpr std::int64_t ceil64(std::int64_t v) { return (v + 63) & ~std::int64_t(
 
 // Passes of a 2^k-point engine (k >= 6). The first pass does bits[0] levels
 // (4-point butterflies) with the bit-reversal placement, every other pass 2
-// or 3 levels (radix 4 or 8). Above 2^11 points the first `blocked` passes
-// build sub-transforms of 2^blockBits points (at most 2048) one block at a
+// or 3 levels (radix 4 or 8). Above 2^maxBlockBits points the first
+// `blocked` passes build sub-transforms of 2^blockBits points one block at a
 // time, so each block stays in the first-level cache.
 struct PassPlan {
     int count = 0;
@@ -180,14 +180,19 @@ constexpr void appendLevels(PassPlan& p, int r) {  // r >= 2: threes, then twos
     }
 }
 
-constexpr PassPlan passPlan(int k) {
+// Blocks hold at most 16 KiB of samples (2048 single or 1024 double complex
+// points), half the first-level cache, so the pass twiddles stay there too.
+constexpr int maxBlockBits(Prec pr) { return pr == Prec::Single ? 11 : 10; }
+
+constexpr PassPlan passPlan(Prec pr, int k) {
     PassPlan p;
     p.bits[p.count++] = 2;
-    if (k <= 11) {
+    const int mb = maxBlockBits(pr);
+    if (k <= mb) {
         appendLevels(p, k - 2);
         return p;
     }
-    p.blockBits = k - 11 >= 2 ? 11 : 10;
+    p.blockBits = k - mb >= 2 ? mb : mb - 1;
     appendLevels(p, p.blockBits - 2);
     p.blocked = p.count;
     appendLevels(p, k - p.blockBits);
@@ -198,7 +203,7 @@ constexpr PassPlan passPlan(int k) {
 // of a radix-r pass over transforms of L points, which sums to N - 8.
 constexpr std::int64_t engineTwdBytes(Prec p, int k) {
     const std::int64_t e = p == Prec::Single ? 4 : 8;
-    return 2 * (pow2(k) - pow2(passPlan(k).bits[0])) * e;
+    return 2 * (pow2(k) - pow2(passPlan(p, k).bits[0])) * e;
 }
 // Bytes of a column pass over 2^m points in rows of 2^r points: the last
 // stage keeps one twiddle per position, the others three.
@@ -212,7 +217,7 @@ inline Layout layoutFor(Prec p, int m) {
     Layout L;
     std::int64_t off = kTablesOffset;
     if (m < largeFrom(p)) {
-        const int lp = passPlan(m).bits[0];
+        const int lp = passPlan(p, m).bits[0];
         L.bitRev = off;
         L.bitRevBytes = 4 * (pow2(m - lp) / vecWidth(p));
         off = ceil64(off + L.bitRevBytes);

@@ -243,7 +243,7 @@ template <class T>
 void buildEngineTwiddles(T* tw, int k, const BaseTable<T>& base) {
     constexpr int W = VecOf<T>::type::W;
     const std::int64_t nk = pow2(k), f = base.n / nk;
-    const PassPlan plan = passPlan(k);
+    const PassPlan plan = passPlan(PrecOf<T>::value, k);
     std::int64_t L = pow2(plan.bits[0]);
     for (int i = 1; i < plan.count; ++i) {
         const std::int64_t r = pow2(plan.bits[i]);
@@ -309,7 +309,7 @@ void buildTables(SpecHeader* h, int m, const BaseTable<T>& base) {
     // Where the first pass (butterflies of 2^lp points) puts butterfly k =
     // g W: 2^lp bitrev(k).
     auto placement = [&](std::int64_t off) {
-        const int lp = passPlan(m).bits[0];
+        const int lp = passPlan(P, m).bits[0];
         auto* rev = at<std::int32_t>(h, off);
         for (std::int64_t g = 0; g < pow2(m - lp) / W; ++g)
             rev[g] = std::int32_t(bitrev(std::uint32_t(g * W), m - lp) << lp);

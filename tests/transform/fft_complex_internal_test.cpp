@@ -5,9 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <complex>
+#include <cstdint>
+#include <memory>
+#include <new>
 #include <random>
 #include <vector>
 
+#include "../../src/transform/fftengine.h"
 #include "../../src/transform/fftsmall.h"
 #include "../../src/transform/fftspec.h"
 #include "oracle_dft.h"
@@ -105,6 +109,96 @@ TEST(FftSpecLayout, TablesFitTheReportedSizes) {
                 EXPECT_EQ(L.stepOrder ? L.stepTwdBytes : L.twdBytes, engineTwdBytes(p, r));
             }
         }
+    }
+}
+
+// Pass plans: the passes cover exactly the levels of the transform, each 2
+// or 3 levels (radix 4 or 8), and a block of the blocked passes holds at
+// most 16 KiB of samples so it stays in the first-level cache with its
+// twiddles.
+TEST(FftPassPlan, CoversEveryLevelAndBlocksFitTheCache) {
+    for (Prec p : {Prec::Single, Prec::Double}) {
+        for (int k = 6; k < 18; ++k) {
+            const PassPlan plan = passPlan(p, k);
+            int levels = 0, inBlock = 0;
+            for (int i = 0; i < plan.count; ++i) {
+                EXPECT_TRUE(plan.bits[i] == 2 || plan.bits[i] == 3) << k;
+                levels += plan.bits[i];
+                if (i < plan.blocked) inBlock += plan.bits[i];
+            }
+            EXPECT_EQ(levels, k);
+            EXPECT_EQ(plan.bits[0], 2) << "first pass is the 4-point placement, order " << k;
+            if (plan.blocked > 0) {
+                EXPECT_EQ(inBlock, plan.blockBits) << k;
+                EXPECT_LE(pow2(plan.blockBits) * sampleBytes(p), 16384) << k;
+                EXPECT_GE(k - plan.blockBits, 2) << k;  // at least one pass outside
+            } else {
+                EXPECT_LE(pow2(k) * sampleBytes(p), 16384 * 2) << k;
+            }
+        }
+    }
+}
+
+// The tile permutation of the large scheme against a plain bit reversal of
+// the index, for 8-byte and 16-byte elements, in place and out of place
+// (16-byte elements move through slices out of place), and through the copy
+// route. Elements carry their own index so any misplacement shows.
+template <class E>
+void checkTileRev(int m, bool inPlace, int copyFrom) {
+    const std::size_t n = std::size_t(1) << m;
+    std::vector<std::int32_t> partner(n >> 12);
+    for (std::size_t t = 0; t < partner.size(); ++t) {
+        std::uint32_t r = 0;
+        for (int b = 0; b < m - 12; ++b) r |= ((std::uint32_t(t) >> b) & 1u) << (m - 13 - b);
+        partner[t] = std::int32_t(r);
+    }
+    std::uint8_t rev6[64];
+    for (int i = 0; i < 64; ++i) {
+        int r = 0;
+        for (int b = 0; b < 6; ++b) r |= ((i >> b) & 1) << (5 - b);
+        rev6[i] = std::uint8_t(r);
+    }
+    auto mk = [](std::size_t count) {
+        return std::unique_ptr<E[], void (*)(E*)>(
+            static_cast<E*>(::operator new[](count * sizeof(E), std::align_val_t(64))),
+            [](E* q) { ::operator delete[](q, std::align_val_t(64)); });
+    };
+    auto src = mk(n), dst = mk(n), buf = mk(2 * 4096);
+    for (std::size_t i = 0; i < n; ++i) src[i] = E::of(i);
+    for (std::size_t i = 0; i < n; ++i) dst[i] = E::of(~std::uint64_t(0));
+    E* out = inPlace ? src.get() : dst.get();
+    bitReverse<E>(src.get(), out, m, copyFrom, partner.data(), rev6, buf.get());
+    std::size_t bad = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        std::uint64_t r = 0;
+        for (int b = 0; b < m; ++b) r |= ((std::uint64_t(i) >> b) & 1u) << (m - 1 - b);
+        if (!(out[i] == E::of(r))) ++bad;
+    }
+    EXPECT_EQ(bad, 0u) << "order " << m << " element " << sizeof(E) << (inPlace ? " in place" : "")
+                       << (m >= copyFrom ? " via copy" : "");
+    if (!inPlace) {  // the source is only read
+        for (std::size_t i = 0; i < n; ++i) ASSERT_TRUE(src[i] == E::of(i));
+    }
+}
+
+struct E8 {
+    std::uint64_t v;
+    static E8 of(std::uint64_t i) { return {i * 0x9E3779B97F4A7C15ull}; }
+    bool operator==(const E8&) const = default;
+};
+struct E16 {
+    std::uint64_t a, b;
+    static E16 of(std::uint64_t i) { return {i, ~i}; }
+    bool operator==(const E16&) const = default;
+};
+
+TEST(FftTilePermutation, MatchesTheBitReversal) {
+    for (int m : {12, 13, 14, 15}) {
+        for (bool inPlace : {false, true}) {
+            checkTileRev<E8>(m, inPlace, 30);
+            checkTileRev<E16>(m, inPlace, 30);
+        }
+        checkTileRev<E16>(m, false, m);  // copy, then swap in place
     }
 }
 
