@@ -127,13 +127,21 @@ void showSpectrum() {
         Zvp32f mag[n / 2 + 1];
         for (int k = 0; k <= n / 2; ++k)
             mag[k] = std::sqrt(ccs[2 * k] * ccs[2 * k] + ccs[2 * k + 1] * ccs[2 * k + 1]) * 2.0f / n;
-        std::printf("%d-point real FFT at %.0f Hz; the strongest bins:\n", n, fs);
-        for (int peak = 0; peak < 3; ++peak) {
+        std::printf("%d-point real FFT at %.0f Hz; the bins within 60 dB of the strongest:\n", n, fs);
+        float top = 0;
+        for (int peak = 0; peak < 4; ++peak) {
             int best = 0;
             for (int k = 1; k <= n / 2; ++k)
                 if (mag[k] > mag[best]) best = k;
+            if (peak == 0) top = mag[best];
+            if (mag[best] < top * 1e-3f) {
+                // What is left is rounding noise of the transform.
+                std::printf("  everything else at or below %.1f dB\n",
+                            20.0 * std::log10(mag[best] > 1e-12f ? mag[best] : 1e-12f));
+                break;
+            }
             std::printf("  bin %4d  %7.1f Hz  amplitude %.4f  (%6.1f dB)\n", best, best * fs / n,
-                        mag[best], 20.0 * std::log10(mag[best] > 1e-12f ? mag[best] : 1e-12f));
+                        mag[best], 20.0 * std::log10(mag[best]));
             mag[best] = 0;
         }
     }
