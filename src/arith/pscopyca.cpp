@@ -36,30 +36,24 @@ bool allBytesEqual(const T& v) {
     return true;
 }
 
+// The bits of v as the unsigned integer U of the same size.
+template <class U, class T>
+U bitsOf(const T& v) {
+    U x;
+    std::memcpy(&x, &v, sizeof x);
+    return x;
+}
+
 // The value repeated over 16 bytes, built in registers (a pattern assembled
 // in memory and read back as one vector would stall on store forwarding).
 template <class T>
 __m128i patternOf(const T& v) {
     static_assert(16 % sizeof(T) == 0);
-    if constexpr (sizeof(T) == 1) {
-        std::uint8_t x;
-        std::memcpy(&x, &v, 1);
-        return _mm_set1_epi8(char(x));
-    } else if constexpr (sizeof(T) == 2) {
-        std::uint16_t x;
-        std::memcpy(&x, &v, 2);
-        return _mm_set1_epi16(short(x));
-    } else if constexpr (sizeof(T) == 4) {
-        std::uint32_t x;
-        std::memcpy(&x, &v, 4);
-        return _mm_set1_epi32(int(x));
-    } else if constexpr (sizeof(T) == 8) {
-        std::uint64_t x;
-        std::memcpy(&x, &v, 8);
-        return _mm_set1_epi64x(std::int64_t(x));
-    } else {
-        return simd::loadu(&v);
-    }
+    if constexpr (sizeof(T) == 1) return _mm_set1_epi8(char(bitsOf<std::uint8_t>(v)));
+    else if constexpr (sizeof(T) == 2) return _mm_set1_epi16(short(bitsOf<std::uint16_t>(v)));
+    else if constexpr (sizeof(T) == 4) return _mm_set1_epi32(int(bitsOf<std::uint32_t>(v)));
+    else if constexpr (sizeof(T) == 8) return _mm_set1_epi64x(std::int64_t(bitsOf<std::uint64_t>(v)));
+    else return simd::loadu(&v);
 }
 
 // Fills n >= 16 bytes at d with the periodic pattern pat (period bytes,

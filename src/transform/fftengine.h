@@ -222,24 +222,6 @@ template <class V, bool INV, bool SCALE, class In, class Out>
     out.store(ptrdiff_t(p + 3 * lg), a3);
 }
 
-// One radix-4 pass over ng groups combining transforms of lg groups each;
-// in and out may be the same memory.
-template <class V, bool INV, bool SCALE, class In, class Out>
-[[gnu::always_inline]] inline void stageR4(const In& in, const Out& out, size_t ng, size_t lg,
-                                           const typename V::T* tw, typename V::R scale) {
-    constexpr int W = V::W;
-    const size_t span = 4 * lg;
-    if (lg >= 4) {
-        for (size_t b = 0; b < ng; b += span)
-            for (size_t j = 0; j < lg; ++j)
-                butterflyAt<V, INV, SCALE>(in, out, b + j, lg, tw + 6 * W * j, scale);
-    } else {
-        for (size_t j = 0; j < lg; ++j)
-            for (size_t b = 0; b < ng; b += span)
-                butterflyAt<V, INV, SCALE>(in, out, b + j, lg, tw + 6 * W * j, scale);
-    }
-}
-
 // Radix-8 decimation-in-time pass: decimation d of the eight transforms of L
 // points sits at rev3(d) L; seven roots per position. Split into two radix-4
 // halves (even and odd decimations) joined by the eighth roots, which keeps
@@ -274,27 +256,34 @@ template <class V, bool INV, bool SCALE, class In, class Out>
     }
 }
 
-template <class V, bool INV, bool SCALE, class In, class Out>
-[[gnu::always_inline]] inline void stageR8(const In& in, const Out& out, size_t ng, size_t lg,
-                                           const typename V::T* tw, typename V::R scale) {
+// One radix-R pass (R = 4 or 8) over ng groups combining transforms of lg
+// groups each; in and out may be the same memory. Each position j has R - 1
+// roots of W values, real and imaginary. Short transforms run position by
+// position over all blocks so that a position's roots stay in registers.
+template <int R, class V, bool INV, bool SCALE, class In, class Out>
+[[gnu::always_inline]] inline void stage(const In& in, const Out& out, size_t ng, size_t lg,
+                                         const typename V::T* tw, typename V::R scale) {
     constexpr int W = V::W;
-    const size_t span = 8 * lg;
+    constexpr size_t kTw = 2 * (R - 1) * W;
+    const size_t span = R * lg;
+    auto butterfly = [&](size_t p, size_t j) {
+        if constexpr (R == 8) butterfly8At<V, INV, SCALE>(in, out, p, lg, tw + kTw * j, scale);
+        else butterflyAt<V, INV, SCALE>(in, out, p, lg, tw + kTw * j, scale);
+    };
     if (lg >= 4) {
         for (size_t b = 0; b < ng; b += span)
-            for (size_t j = 0; j < lg; ++j)
-                butterfly8At<V, INV, SCALE>(in, out, b + j, lg, tw + 14 * W * j, scale);
+            for (size_t j = 0; j < lg; ++j) butterfly(b + j, j);
     } else {
         for (size_t j = 0; j < lg; ++j)
-            for (size_t b = 0; b < ng; b += span)
-                butterfly8At<V, INV, SCALE>(in, out, b + j, lg, tw + 14 * W * j, scale);
+            for (size_t b = 0; b < ng; b += span) butterfly(b + j, j);
     }
 }
 
 template <class V, bool INV, bool SCALE, class In, class Out>
 [[gnu::noinline]] void runPass(int bits, In in, Out out, size_t ng, size_t lg,
                                const typename V::T* tw, typename V::R scale) {
-    if (bits == 3) stageR8<V, INV, SCALE>(in, out, ng, lg, tw, scale);
-    else stageR4<V, INV, SCALE>(in, out, ng, lg, tw, scale);
+    if (bits == 3) stage<8, V, INV, SCALE>(in, out, ng, lg, tw, scale);
+    else stage<4, V, INV, SCALE>(in, out, ng, lg, tw, scale);
 }
 
 // The same pass in place: one view for source and destination, so loads and
@@ -303,8 +292,8 @@ template <class V, bool INV, class Buf>
 [[gnu::noinline]] void runPassInPlace(int bits, Buf w, size_t ng, size_t lg,
                                       const typename V::T* tw) {
     const auto one = V::set1(typename V::T(1));
-    if (bits == 3) stageR8<V, INV, false>(w, w, ng, lg, tw, one);
-    else stageR4<V, INV, false>(w, w, ng, lg, tw, one);
+    if (bits == 3) stage<8, V, INV, false>(w, w, ng, lg, tw, one);
+    else stage<4, V, INV, false>(w, w, ng, lg, tw, one);
 }
 
 // The passes after the first pass of a 2^m-point engine (see PassPlan), on
