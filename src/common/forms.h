@@ -45,6 +45,10 @@ struct Vec {
     const T* p;
     template <class L>
     typename L::R load(std::ptrdiff_t i) const { return L::load(p + i); }
+    // The same, for p + i aligned to a full lane.
+    template <class L>
+    typename L::R loada(std::ptrdiff_t i) const { return L::loada(p + i); }
+    bool aligned() const { return alignedFull(p); }
     T at(std::ptrdiff_t i) const { return p[i]; }
 };
 
@@ -61,6 +65,9 @@ struct Const {
     explicit Const(T c) : Const(c, c) {}
     bool isZero() const { return c0 == T(0) && c1 == T(0); }
     T at(std::ptrdiff_t i) const { return (i & 1) ? c1 : c0; }
+    template <class L>
+    R loada(std::ptrdiff_t i) const { return load<L>(i); }
+    bool aligned() const { return true; }
     template <class L>
     R load(std::ptrdiff_t i) const {
         if constexpr (L::N == 1) return (i & 1) ? vOdd : v;
