@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <cstring>
 #include <functional>
-#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -15,30 +14,6 @@
 #include "zvps.h"
 
 namespace {
-
-// Random values of T with a good share of the extremes.
-template <class T>
-std::vector<T> values(std::size_t n, unsigned seed) {
-    std::mt19937 rng(seed);
-    std::vector<T> v(n);
-    auto* p = reinterpret_cast<unsigned char*>(v.data());
-    for (std::size_t i = 0; i < n * sizeof(T); ++i) p[i] = static_cast<unsigned char>(rng());
-    using P = std::conditional_t<sizeof(T) % 8 == 0 && !std::is_floating_point_v<T>, std::int32_t,
-                                 std::int16_t>;
-    (void)sizeof(P);
-    if constexpr (std::is_floating_point_v<T>) {
-        for (auto& x : v) x = T(int(rng() % 20001) - 10000) / T(64);
-    } else if constexpr (std::is_integral_v<T>) {
-        for (auto& x : v) {
-            switch (rng() % 5) {
-                case 0: x = std::numeric_limits<T>::max(); break;
-                case 1: x = std::numeric_limits<T>::min(); break;
-                default: break;
-            }
-        }
-    }
-    return v;
-}
 
 // One pair: out(src, srcDstCopy, dst, len, sf) against in(src, srcDst, len, sf);
 // both operate on raw bytes of `bytes` per element.
