@@ -14,7 +14,7 @@
 
 #include "psfftr.h"
 
-namespace zvp::fftr {
+namespace zvp::ZVP_LEVEL::fftr {
 namespace {
 
 // ---- where the (b, a) coefficients come from --------------------------------
@@ -237,4 +237,4 @@ template void recombineForwardSplit<double>(const double*, double*, int, int, in
 template void recombineInverseSplit<float>(const float*, float*, int, int, int, const float*, const float*, float);
 template void recombineInverseSplit<double>(const double*, double*, int, int, int, const double*, const double*, double);
 
-}  // namespace zvp::fftr
+}  // namespace zvp::ZVP_LEVEL::fftr
