@@ -20,21 +20,22 @@
 // exactly the rule's results.
 #pragma once
 
-#include <immintrin.h>
-
-#include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
-#include "scale.h"
-#include "scale_sse.h"
 #include "check.h"
+#include "forms.h"
+#include "lane_scale.h"
+#include "level.h"
 #include "p8.h"
-#include "simd.h"
+#include "scale.h"
 #include "zvps.h"
 
-namespace zvp::addsub {
+namespace zvp::ZVP_LEVEL::addsub {
+
+using form::Const;
+using form::Vec;
 
 enum class Op { Add, Sub };  // R = a + b, or R = a - b
 
@@ -44,244 +45,184 @@ constexpr W apply(W a, W b) {
     else return a - b;
 }
 
-// ---- Operands -------------------------------------------------------------
+// ---- Paths: the five ways of scaling R, on a lane L of T ------------------
 
 template <class T>
-struct Vec {
-    const T* p;
-    T at(int i) const { return p[i]; }
-    __m128i load(int i) const { return simd::loadu(p + i); }
-};
-
-// A constant pair repeated over the vector. Vector loads always start at an
-// even element, so the register pattern is in phase.
-template <class T>
-struct Const {
-    T c[2];
-    __m128i v;
-    Const(T c0, T c1) : c{c0, c1} {
-        static_assert(16 % (2 * sizeof(T)) == 0);
-        alignas(16) unsigned char b[16];
-        for (std::size_t i = 0; i < 16; i += 2 * sizeof(T)) {
-            std::memcpy(b + i, &c[0], sizeof(T));
-            std::memcpy(b + i + sizeof(T), &c[1], sizeof(T));
-        }
-        v = simd::load(b);
-    }
-    explicit Const(T c0) : Const(c0, c0) {}
-    T at(int i) const { return c[i & 1]; }
-    __m128i load(int) const { return v; }
-};
-
-// ---- Lane sets: the five paths on one 16-byte vector ----------------------
+struct Paths;
 
 // 8u: R lies in [-255, 510] and is formed in 16-bit lanes.
-struct Lane8u {
+template <>
+struct Paths<std::uint8_t> {
     using T = std::uint8_t;
     using W = std::int32_t;
-    static constexpr int kLanes = 16;
-
-    template <Op op>
-    static void wide(__m128i a, __m128i b, __m128i& lo, __m128i& hi) {
-        const __m128i z = _mm_setzero_si128();
-        const __m128i alo = _mm_unpacklo_epi8(a, z), ahi = _mm_unpackhi_epi8(a, z);
-        const __m128i blo = _mm_unpacklo_epi8(b, z), bhi = _mm_unpackhi_epi8(b, z);
-        if constexpr (op == Op::Add) {
-            lo = _mm_add_epi16(alo, blo);
-            hi = _mm_add_epi16(ahi, bhi);
-        } else {
-            lo = _mm_sub_epi16(alo, blo);
-            hi = _mm_sub_epi16(ahi, bhi);
-        }
-    }
-
     struct PosK {
-        sse::ShiftCount c;
+        Count c;
         __m128i halfMinusOne;
         explicit PosK(int sf)
-            : c(sf), halfMinusOne(_mm_set1_epi16(std::int16_t((1 << (sf - 1)) - 1))) {}
+            : c(sf), halfMinusOne(Full<std::int16_t>::set1(std::int16_t((1 << (sf - 1)) - 1))) {}
     };
     struct NegK {
-        sse::ShiftCount k;
+        Count k;
         explicit NegK(int k_) : k(k_) {}
     };
     template <Op>
     static PosK posK(int sf) { return PosK(sf); }
 
-    template <Op op>
+    template <class L, Op op>
+    static void wide(__m128i a, __m128i b, __m128i& lo, __m128i& hi) {
+        using LW = Rebind<L, std::int16_t>;
+        if constexpr (op == Op::Add) {
+            lo = LW::add(L::widenLo(a), L::widenLo(b));
+            hi = LW::add(L::widenHi(a), L::widenHi(b));
+        } else {
+            lo = LW::sub(L::widenLo(a), L::widenLo(b));
+            hi = LW::sub(L::widenHi(a), L::widenHi(b));
+        }
+    }
+    template <class L, Op op>
     static __m128i plain(__m128i a, __m128i b) {
-        if constexpr (op == Op::Add) return _mm_adds_epu8(a, b);
-        else return _mm_subs_epu8(a, b);
+        if constexpr (op == Op::Add) return L::adds(a, b);
+        else return L::subs(a, b);
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i pos(__m128i a, __m128i b, const PosK& k) {
+        using LW = Rebind<L, std::int16_t>;
         __m128i lo, hi;
-        wide<op>(a, b, lo, hi);
-        return _mm_packus_epi16(sse::roundShiftEvenWideS16(lo, k.c, k.halfMinusOne),
-                                sse::roundShiftEvenWideS16(hi, k.c, k.halfMinusOne));
+        wide<L, op>(a, b, lo, hi);
+        return LW::template narrow<T>(roundShiftEvenWide<LW>(lo, k.c, k.halfMinusOne),
+                                      roundShiftEvenWide<LW>(hi, k.c, k.halfMinusOne));
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i one(__m128i a, __m128i b) {
-        return pos<op>(a, b, PosK(1));
+        return pos<L, op>(a, b, PosK(1));
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i neg(__m128i a, __m128i b, const NegK& k) {
         // Clamping R to [-1, 255] changes no result and keeps R * 2^7 in 16 bits.
+        using LW = Rebind<L, std::int16_t>;
         __m128i lo, hi;
-        wide<op>(a, b, lo, hi);
-        const __m128i m1 = _mm_set1_epi16(-1), top = _mm_set1_epi16(255);
-        lo = _mm_sll_epi16(_mm_min_epi16(_mm_max_epi16(lo, m1), top), k.k.v);
-        hi = _mm_sll_epi16(_mm_min_epi16(_mm_max_epi16(hi, m1), top), k.k.v);
-        return _mm_packus_epi16(lo, hi);
+        wide<L, op>(a, b, lo, hi);
+        const __m128i m1 = LW::set1(-1), top = LW::set1(255);
+        lo = LW::shl(LW::min(LW::max(lo, m1), top), k.k);
+        hi = LW::shl(LW::min(LW::max(hi, m1), top), k.k);
+        return LW::template narrow<T>(lo, hi);
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i bound(__m128i a, __m128i b) {
-        return sse::boundNonZeroU8(plain<op>(a, b));
+        return boundNonZero<L>(plain<L, op>(a, b));
     }
 };
 
-// 16s: R is one bit wider than the lane and is held in halves.
-struct Lane16s {
-    using T = std::int16_t;
-    using W = std::int32_t;
-    static constexpr int kLanes = 8;
-    using PosK = sse::PosConsts;
-    struct NegK : sse::NegConsts {
-        explicit NegK(int k) : sse::NegConsts(sse::negConstsS16(k)) {}
+// 16s and 32s: R is one bit wider than the lane and is held in halves.
+template <class T_, class W_>
+struct SignedPaths {
+    using T = T_;
+    using W = W_;
+    using PosK = PosConsts;
+    struct NegK : NegConsts {
+        explicit NegK(int k) : NegConsts(negConsts<Full<T>>(k)) {}
     };
     template <Op>
-    static PosK posK(int sf) { return sse::posConsts16(sf, false); }
+    static PosK posK(int sf) { return posConsts<Full<T>>(sf); }
 
-    template <Op op>
+    template <class L, Op op>
     static void halves(__m128i a, __m128i b, __m128i& h, __m128i& l) {
-        if constexpr (op == Op::Add) sse::halvesAddS16(a, b, h, l);
-        else sse::halvesSubS16(a, b, h, l);
+        if constexpr (op == Op::Add) halvesAdd<L>(a, b, h, l);
+        else halvesSub<L>(a, b, h, l);
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i plain(__m128i a, __m128i b) {
-        if constexpr (op == Op::Add) return _mm_adds_epi16(a, b);
-        else return _mm_subs_epi16(a, b);
+        if constexpr (op == Op::Add) return L::adds(a, b);
+        else return L::subs(a, b);
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i one(__m128i a, __m128i b) {
         __m128i h, l;
-        halves<op>(a, b, h, l);
-        return sse::roundHalves1S16(h, l);
+        halves<L, op>(a, b, h, l);
+        if constexpr (sizeof(T) == 2 || op == Op::Add) {
+            // 16-bit lanes saturate; a 32-bit sum is at most 2^32 - 2 and
+            // never leaves the lane.
+            return roundHalves1<L>(h, l);
+        } else {
+            // A 32-bit difference of 2^32 - 1 would round up to 2^31: keep the maximum.
+            const __m128i atMax = L::eq(h, L::set1(0x7FFFFFFF));
+            return L::add(h, L::andnot(atMax, L::and_(l, h)));
+        }
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i pos(__m128i a, __m128i b, const PosK& k) {
         __m128i h, l;
-        halves<op>(a, b, h, l);
-        return sse::roundHalvesPosS16(h, l, k);
+        halves<L, op>(a, b, h, l);
+        return roundHalvesPos<L>(h, l, k);
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i neg(__m128i a, __m128i b, const NegK& k) {
-        return sse::shiftLeftSatS16(plain<op>(a, b), k);
+        return shiftLeftSat<L>(plain<L, op>(a, b), k);
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i bound(__m128i a, __m128i b) {
-        return sse::boundSignS16(plain<op>(a, b));
+        return boundSign<L>(plain<L, op>(a, b));
     }
 };
+
+template <>
+struct Paths<std::int16_t> : SignedPaths<std::int16_t, std::int32_t> {};
+template <>
+struct Paths<std::int32_t> : SignedPaths<std::int32_t, std::int64_t> {};
 
 // 16u: a sum's halves are unsigned lanes, a difference's are signed ones
 // whose negative results saturate to 0.
-struct Lane16u {
+template <>
+struct Paths<std::uint16_t> {
     using T = std::uint16_t;
     using W = std::int32_t;
-    static constexpr int kLanes = 8;
-    using PosK = sse::PosConsts;
-    struct NegK : sse::NegConsts {
-        explicit NegK(int k) : sse::NegConsts(sse::negConstsU16(k)) {}
+    using PosK = PosConsts;
+    struct NegK : NegConsts {
+        explicit NegK(int k) : NegConsts(negConsts<Full<T>>(k)) {}
     };
     template <Op op>
-    static PosK posK(int sf) { return sse::posConsts16(sf, op == Op::Add); }
-
-    template <Op op>
-    static __m128i plain(__m128i a, __m128i b) {
-        if constexpr (op == Op::Add) return _mm_adds_epu16(a, b);
-        else return _mm_subs_epu16(a, b);
+    static PosK posK(int sf) {
+        if constexpr (op == Op::Add) return posConsts<Full<std::uint16_t>>(sf);
+        else return posConsts<Full<std::int16_t>>(sf);
     }
-    template <Op op>
+
+    template <class L, Op op>
+    static __m128i plain(__m128i a, __m128i b) {
+        if constexpr (op == Op::Add) return L::adds(a, b);
+        else return L::subs(a, b);
+    }
+    template <class L, Op op>
     static __m128i one(__m128i a, __m128i b) {
+        using S = Rebind<L, std::int16_t>;
         __m128i h, l;
         if constexpr (op == Op::Add) {
-            sse::halvesAddU16(a, b, h, l);
-            return _mm_add_epi16(h, _mm_and_si128(l, h));  // h = 65535 only with l = 0
+            halvesAdd<L>(a, b, h, l);
+            return L::add(h, L::and_(l, h));  // h = 65535 only with l = 0
         } else {
-            sse::halvesSubU16(a, b, h, l);
+            halvesSub<L>(a, b, h, l);
             // h >= 0 rounds to at most 32768 (fits the unsigned lane); h < 0 gives 0.
-            return _mm_andnot_si128(_mm_srai_epi16(h, 15), _mm_add_epi16(h, _mm_and_si128(l, h)));
+            return L::andnot(S::template shr<15>(h), L::add(h, L::and_(l, h)));
         }
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i pos(__m128i a, __m128i b, const PosK& k) {
+        using S = Rebind<L, std::int16_t>;
         __m128i h, l;
         if constexpr (op == Op::Add) {
-            sse::halvesAddU16(a, b, h, l);
-            return sse::roundHalvesPosU16(h, l, k);
+            halvesAdd<L>(a, b, h, l);
+            return roundHalvesPos<L>(h, l, k);
         } else {
-            sse::halvesSubU16(a, b, h, l);
-            return _mm_max_epi16(sse::roundHalvesPosS16(h, l, k), _mm_setzero_si128());
+            halvesSub<L>(a, b, h, l);
+            return S::max(roundHalvesPos<S>(h, l, k), S::zero());
         }
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i neg(__m128i a, __m128i b, const NegK& k) {
-        return sse::shiftLeftSatU16(plain<op>(a, b), k);
+        return shiftLeftSat<L>(plain<L, op>(a, b), k);
     }
-    template <Op op>
+    template <class L, Op op>
     static __m128i bound(__m128i a, __m128i b) {
-        return sse::boundNonZeroU16(plain<op>(a, b));
-    }
-};
-
-// 32s: as 16s on 32-bit lanes.
-struct Lane32s {
-    using T = std::int32_t;
-    using W = std::int64_t;
-    static constexpr int kLanes = 4;
-    using PosK = sse::PosConsts;
-    struct NegK : sse::NegConsts {
-        explicit NegK(int k) : sse::NegConsts(sse::negConstsS32(k)) {}
-    };
-    template <Op>
-    static PosK posK(int sf) { return sse::posConsts32(sf); }
-
-    template <Op op>
-    static void halves(__m128i a, __m128i b, __m128i& h, __m128i& l) {
-        if constexpr (op == Op::Add) sse::halvesAddS32(a, b, h, l);
-        else sse::halvesSubS32(a, b, h, l);
-    }
-    template <Op op>
-    static __m128i plain(__m128i a, __m128i b) {
-        if constexpr (op == Op::Add) return sse::addsEpi32(a, b);
-        else return sse::subsEpi32(a, b);
-    }
-    template <Op op>
-    static __m128i one(__m128i a, __m128i b) {
-        __m128i h, l;
-        halves<op>(a, b, h, l);
-        if constexpr (op == Op::Add) {
-            return sse::roundHalves1S32(h, l);  // R <= 2^32 - 2: never leaves the lane
-        } else {
-            // R = 2^32 - 1 would round up to 2^31: keep the maximum instead.
-            const __m128i atMax = _mm_cmpeq_epi32(h, _mm_set1_epi32(0x7FFFFFFF));
-            return _mm_add_epi32(h, _mm_andnot_si128(atMax, _mm_and_si128(l, h)));
-        }
-    }
-    template <Op op>
-    static __m128i pos(__m128i a, __m128i b, const PosK& k) {
-        __m128i h, l;
-        halves<op>(a, b, h, l);
-        return sse::roundHalvesPosS32(h, l, k);
-    }
-    template <Op op>
-    static __m128i neg(__m128i a, __m128i b, const NegK& k) {
-        return sse::shiftLeftSatS32(plain<op>(a, b), k);
-    }
-    template <Op op>
-    static __m128i bound(__m128i a, __m128i b) {
-        return sse::boundSignS32(plain<op>(a, b));
+        return boundNonZero<L>(plain<L, op>(a, b));
     }
 };
 
@@ -295,267 +236,156 @@ struct Limits {
     int n;
 };
 
-template <class L, Op op, Path path, class A, class B>
-void runPath(A a, B b, typename L::T* d, int n, int sf) {
-    using T = typename L::T;
-    using W = typename L::W;
-    constexpr int V = L::kLanes;
-    auto body = [&](__m128i x, __m128i y, const auto& k) {
-        if constexpr (path == Path::Plain) return L::template plain<op>(x, y);
-        else if constexpr (path == Path::One) return L::template one<op>(x, y);
-        else if constexpr (path == Path::Pos) return L::template pos<op>(x, y, k);
-        else if constexpr (path == Path::Neg) return L::template neg<op>(x, y, k);
-        else return L::template bound<op>(x, y);
-    };
+template <class P, Op op, Path path, class L, class K>
+inline __m128i step(__m128i x, __m128i y, const K& k) {
+    if constexpr (path == Path::Plain) return P::template plain<L, op>(x, y);
+    else if constexpr (path == Path::One) return P::template one<L, op>(x, y);
+    else if constexpr (path == Path::Pos) return P::template pos<L, op>(x, y, k);
+    else if constexpr (path == Path::Neg) return P::template neg<L, op>(x, y, k);
+    else return P::template bound<L, op>(x, y);
+}
+
+// One path over n elements: two full vectors per step, then one, then the
+// same path one lane at a time.
+template <class T, Op op, Path path, class A, class B>
+void runPath(A a, B b, T* d, std::ptrdiff_t n, int sf) {
+    using P = Paths<T>;
+    using F = Full<T>;
+    using S = One<T>;
+    constexpr std::ptrdiff_t V = F::N;
     auto run = [&](const auto& k) {
-        int i = 0;
+        std::ptrdiff_t i = 0;
         for (; i + 2 * V <= n; i += 2 * V) {
-            const __m128i r0 = body(a.load(i), b.load(i), k);
-            const __m128i r1 = body(a.load(i + V), b.load(i + V), k);
-            simd::storeu(d + i, r0);
-            simd::storeu(d + i + V, r1);
+            const __m128i r0 = step<P, op, path, F>(a.template load<F>(i), b.template load<F>(i), k);
+            const __m128i r1 =
+                step<P, op, path, F>(a.template load<F>(i + V), b.template load<F>(i + V), k);
+            F::store(d + i, r0);
+            F::store(d + i + V, r1);
         }
         if (i + V <= n) {
-            simd::storeu(d + i, body(a.load(i), b.load(i), k));
+            F::store(d + i, step<P, op, path, F>(a.template load<F>(i), b.template load<F>(i), k));
             i += V;
         }
-        for (; i < n; ++i) d[i] = scaleRule<T>(apply<op>(W(a.at(i)), W(b.at(i))), sf);
+        for (; i < n; ++i)
+            S::store(d + i, step<P, op, path, S>(a.template load<S>(i), b.template load<S>(i), k));
     };
-    if constexpr (path == Path::Pos) run(L::template posK<op>(sf));
-    else if constexpr (path == Path::Neg) run(typename L::NegK(-sf));
-    else run(0);
-}
-
-// Runs the path of sf over n elements; above Z it returns zero(d, n).
-template <class L, Op op, class A, class B, class Zero>
-ZvpStatus scaled(A a, B b, typename L::T* d, int n, int sf, Limits lim, Zero zero) {
-    if (sf == 0) runPath<L, op, Path::Plain>(a, b, d, n, sf);
-    else if (sf == 1) runPath<L, op, Path::One>(a, b, d, n, sf);
-    else if (sf > 1) {
-        if (sf > lim.z) return zero(d, n);
-        runPath<L, op, Path::Pos>(a, b, d, n, sf);
-    } else if (sf > lim.n) runPath<L, op, Path::Neg>(a, b, d, n, sf);
-    else runPath<L, op, Path::Bound>(a, b, d, n, sf);
-    return zvpStsNoErr;
-}
-
-// Runs f(offset, count) over the 2 * len reals of len complex elements, in
-// pieces whose count fits an int. Returns the first non-success status.
-template <class F>
-ZvpStatus overReals(int len, F f) {
-    if (len <= INT_MAX / 2) return f(std::ptrdiff_t(0), 2 * len);
-    constexpr int kPiece = 1 << 29;
-    for (int off = 0; off < len; off += kPiece) {
-        const int m = len - off < kPiece ? len - off : kPiece;
-        const ZvpStatus st = f(std::ptrdiff_t(2) * off, 2 * m);
-        if (st != zvpStsNoErr) return st;
+    if constexpr (path == Path::Pos) run(P::template posK<op>(sf));
+    else if constexpr (path == Path::Neg) run(typename P::NegK(-sf));
+    else {
+        (void)sf;
+        run(0);
     }
-    return zvpStsNoErr;
 }
 
-// The complex integer forms of Add and Sub are the real forms on twice the
-// length. The length is checked first; the real form checks the pointers
-// (a null complex pointer stays null).
-template <class R, class C>
-const R* realsOf(const C* p, std::ptrdiff_t off) {
-    return p ? reinterpret_cast<const R*>(p) + off : nullptr;
+// d[0..n) = 0, for the scale factors above Z.
+template <class T>
+inline void fillZero(T* d, std::ptrdiff_t n) {
+    std::memset(static_cast<void*>(d), 0, std::size_t(n) * sizeof(T));
 }
-template <class R, class C>
-R* realsOf(C* p, std::ptrdiff_t off) {
-    return p ? reinterpret_cast<R*>(p) + off : nullptr;
-}
-template <class R, class C>
-ZvpStatus complexAsReals(ZvpStatus (*real)(const R*, const R*, R*, int, int), const C* a,
-                         const C* b, C* d, int len, int sf) {
-    ZVP_CHECK_LENS(len);
-    return overReals(len, [&](std::ptrdiff_t off, int n) {
-        return real(realsOf<R>(a, off), realsOf<R>(b, off), realsOf<R>(d, off), n, sf);
-    });
-}
-template <class R, class C>
-ZvpStatus complexAsReals(ZvpStatus (*real)(const R*, R*, int, int), const C* a, C* d, int len,
-                         int sf) {
-    ZVP_CHECK_LENS(len);
-    return overReals(len, [&](std::ptrdiff_t off, int n) {
-        return real(realsOf<R>(a, off), realsOf<R>(d, off), n, sf);
-    });
+
+// Runs the path of sf over n elements; above Z every result is 0.
+template <class T, Op op, class A, class B>
+ZvpStatus scaled(A a, B b, T* d, std::ptrdiff_t n, int sf, Limits lim) {
+    if (sf == 0) runPath<T, op, Path::Plain>(a, b, d, n, sf);
+    else if (sf == 1) runPath<T, op, Path::One>(a, b, d, n, sf);
+    else if (sf > 1) {
+        if (sf > lim.z) fillZero(d, n);
+        else runPath<T, op, Path::Pos>(a, b, d, n, sf);
+    } else if (sf > lim.n) runPath<T, op, Path::Neg>(a, b, d, n, sf);
+    else runPath<T, op, Path::Bound>(a, b, d, n, sf);
+    return zvpStsNoErr;
 }
 
 // ---- Floating point --------------------------------------------------------
 
-template <class F>
-struct FLane;
-template <>
-struct FLane<float> {
-    using V = __m128;
-    static constexpr int kLanes = 4;
-    static V load(const float* p) { return _mm_loadu_ps(p); }
-    static void store(float* p, V v) { _mm_storeu_ps(p, v); }
-    static void stream(float* p, V v) { _mm_stream_ps(p, v); }
-    static V add(V a, V b) { return _mm_add_ps(a, b); }
-    static V sub(V a, V b) { return _mm_sub_ps(a, b); }
-    static V pair(float c0, float c1) { return _mm_setr_ps(c0, c1, c0, c1); }
-};
-template <>
-struct FLane<double> {
-    using V = __m128d;
-    static constexpr int kLanes = 2;
-    static V load(const double* p) { return _mm_loadu_pd(p); }
-    static void store(double* p, V v) { _mm_storeu_pd(p, v); }
-    static void stream(double* p, V v) { _mm_stream_pd(p, v); }
-    static V add(V a, V b) { return _mm_add_pd(a, b); }
-    static V sub(V a, V b) { return _mm_sub_pd(a, b); }
-    static V pair(double c0, double c1) { return _mm_setr_pd(c0, c1); }
-};
-
-template <class F>
-struct FVec {
-    const F* p;
-    F at(int i) const { return p[i]; }
-    typename FLane<F>::V load(int i) const { return FLane<F>::load(p + i); }
-};
-template <class F>
-struct FConst {
-    F c[2];
-    typename FLane<F>::V v;
-    FConst(F c0, F c1) : c{c0, c1}, v(FLane<F>::pair(c0, c1)) {}
-    explicit FConst(F c0) : FConst(c0, c0) {}
-    F at(int i) const { return c[i & 1]; }
-    typename FLane<F>::V load(int) const { return v; }
-};
-
-// d[i] = a[i] op b[i] in IEEE arithmetic, four vectors per step.
-template <class F, Op op, class A, class B>
-void floatKernel(A a, B b, F* d, int n) {
-    using L = FLane<F>;
-    constexpr int V = L::kLanes;
-    auto f = [](typename L::V x, typename L::V y) {
+// d[i] = a[i] op b[i] in IEEE arithmetic: four vectors per step, then one,
+// then one lane at a time. Inlined into each export: in cache, a second call
+// costs a measurable share of a 256-element add.
+template <class F, Op op, bool kAlignedB, class A, class B>
+[[gnu::always_inline]] inline void floatLoop(A a, B b, F* d, std::ptrdiff_t n) {
+    using L = Full<F>;
+    using S = One<F>;
+    constexpr std::ptrdiff_t V = L::N;
+    auto f = [](auto x, auto y) {
         if constexpr (op == Op::Add) return L::add(x, y);
         else return L::sub(x, y);
     };
-    int i = 0;
+    auto lb = [&](std::ptrdiff_t i) {
+        if constexpr (kAlignedB) return b.template loada<L>(i);
+        else return b.template load<L>(i);
+    };
+    std::ptrdiff_t i = 0;
     for (; i + 4 * V <= n; i += 4 * V) {
-        const auto r0 = f(a.load(i), b.load(i));
-        const auto r1 = f(a.load(i + V), b.load(i + V));
-        const auto r2 = f(a.load(i + 2 * V), b.load(i + 2 * V));
-        const auto r3 = f(a.load(i + 3 * V), b.load(i + 3 * V));
+        const auto r0 = f(a.template load<L>(i), lb(i));
+        const auto r1 = f(a.template load<L>(i + V), lb(i + V));
+        const auto r2 = f(a.template load<L>(i + 2 * V), lb(i + 2 * V));
+        const auto r3 = f(a.template load<L>(i + 3 * V), lb(i + 3 * V));
         L::store(d + i, r0);
         L::store(d + i + V, r1);
         L::store(d + i + 2 * V, r2);
         L::store(d + i + 3 * V, r3);
     }
-    for (; i + V <= n; i += V) L::store(d + i, f(a.load(i), b.load(i)));
-    for (; i < n; ++i) d[i] = apply<op>(a.at(i), b.at(i));
+    for (; i + V <= n; i += V) L::store(d + i, f(a.template load<L>(i), lb(i)));
+    for (; i < n; ++i) {
+        const auto x = a.template load<S>(i), y = b.template load<S>(i);
+        S::store(d + i, op == Op::Add ? S::add(x, y) : S::sub(x, y));
+    }
 }
 
-// ---- Forms ---------------------------------------------------------------
-// The argument checks of each shape followed by its kernel. Integer forms
-// take the thresholds of their operation and the Zero operation of the
-// destination type.
-
-inline ZvpStatus zeroOf(Zvp8u* d, int n) { return p8::zvpsZero_8u(d, n); }
-inline ZvpStatus zeroOf(Zvp16s* d, int n) { return p8::zvpsZero_16s(d, n); }
-inline ZvpStatus zeroOf(Zvp16u* d, int n) {
-    return p8::zvpsZero_16s(reinterpret_cast<Zvp16s*>(d), n);
-}
-inline ZvpStatus zeroOf(Zvp32s* d, int n) { return p8::zvpsZero_32s(d, n); }
-
-// d[i] = x[i] op y[i].
-template <class L, Op op>
-ZvpStatus vecVec(const typename L::T* x, const typename L::T* y, typename L::T* d, int len,
-                 int sf, Limits lim) {
-    ZVP_CHECK_PTRS(x, y, d);
-    ZVP_CHECK_LENS(len);
-    using T = typename L::T;
-    return scaled<L, op>(Vec<T>{x}, Vec<T>{y}, d, len, sf, lim,
-                         [](T* p, int n) { return zeroOf(p, n); });
+// d[i] = a[i] op b[i] in IEEE arithmetic: four vectors per step, then one,
+// then one lane at a time. Inlined into each export: in cache, a second call
+// costs a measurable share of a 256-element add. With b aligned its loads
+// fold into the arithmetic (one instruction fewer per vector).
+template <class F, Op op, class A, class B>
+[[gnu::always_inline]] inline void floatKernel(A a, B b, F* d, std::ptrdiff_t n) {
+    if (b.aligned()) floatLoop<F, op, true>(a, b, d, n);
+    else floatLoop<F, op, false>(a, b, d, n);
 }
 
-// d[i] = s[i] op (c0, c1)[i mod 2], or (c0, c1)[i mod 2] op s[i] when
-// constFirst; n reals. The caller has checked s, d and the length.
-template <class L, Op op, bool constFirst, class Zero>
-ZvpStatus vecConst(const typename L::T* s, typename L::T c0, typename L::T c1,
-                   typename L::T* d, int n, int sf, Limits lim, Zero zero) {
-    using T = typename L::T;
-    if constexpr (constFirst)
-        return scaled<L, op>(Const<T>(c0, c1), Vec<T>{s}, d, n, sf, lim, zero);
-    else
-        return scaled<L, op>(Vec<T>{s}, Const<T>(c0, c1), d, n, sf, lim, zero);
-}
+// ---- Kernel policies for the forms (forms.h) ---------------------------------
 
-// Real constant forms, out of place and in place.
-template <class L, Op op, bool constFirst>
-ZvpStatus realConst(const typename L::T* s, typename L::T c, typename L::T* d, int len, int sf,
-                    Limits lim) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    using T = typename L::T;
-    return vecConst<L, op, constFirst>(s, c, c, d, len, sf, lim,
-                                       [](T* p, int n) { return zeroOf(p, n); });
-}
+// Integer operations with a scale factor (the plain forms pass 0).
+template <class T, Op op, Limits lim>
+struct Scaled {
+    using type = T;
+    template <class A, class B>
+    static ZvpStatus run(A a, B b, T* d, std::ptrdiff_t n, int sf) {
+        return scaled<T, op>(a, b, d, n, sf, lim);
+    }
+    template <class A, class B>
+    static ZvpStatus run(A a, B b, T* d, std::ptrdiff_t n) {
+        return scaled<T, op>(a, b, d, n, 0, lim);
+    }
+};
 
-// Complex constant forms: C is the complex type, the kernel runs on 2 * len
-// reals and the zero fill uses the complex type's Zero.
-template <class L, Op op, bool constFirst, class C, class ZeroC>
-ZvpStatus complexConst(const C* s, C c, C* d, int len, int sf, Limits lim, ZeroC zeroC) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    using T = typename L::T;
-    const T* sr = reinterpret_cast<const T*>(s);
-    T* dr = reinterpret_cast<T*>(d);
-    if (sf > lim.z) return zeroC(d, len);
-    return overReals(len, [&](std::ptrdiff_t off, int n) {
-        return vecConst<L, op, constFirst>(sr + off, c.re, c.im, dr + off, n, sf, lim,
-                                           [](T*, int) { return zvpStsNoErr; });
-    });
-}
+// A zero constant at scale factor 0 changes nothing: out of place the source
+// is copied, in place nothing is written.
+template <class K>
+struct ZeroConstCopies : K {
+    using T = typename K::type;
+    template <class A>
+    static ZvpStatus run(A a, Const<T> c, T* d, std::ptrdiff_t n, int sf) {
+        if (c.isZero() && sf == 0) {
+            if (a.p != d) std::memmove(static_cast<void*>(d), a.p, std::size_t(n) * sizeof(T));
+            return zvpStsNoErr;
+        }
+        return K::run(a, c, d, n, sf);
+    }
+    template <class A>
+    static ZvpStatus run(A a, Const<T> c, T* d, std::ptrdiff_t n) {
+        return run(a, c, d, n, 0);
+    }
+};
 
-// Floating-point forms.
+// IEEE addition or subtraction.
 template <class F, Op op>
-ZvpStatus floatVecVec(const F* x, const F* y, F* d, int len) {
-    ZVP_CHECK_PTRS(x, y, d);
-    ZVP_CHECK_LENS(len);
-    floatKernel<F, op>(FVec<F>{x}, FVec<F>{y}, d, len);
-    return zvpStsNoErr;
-}
-
-template <class F, Op op, bool constFirst>
-ZvpStatus floatConst(const F* s, F c0, F c1, F* d, int len) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    if constexpr (constFirst)
-        floatKernel<F, op>(FConst<F>(c0, c1), FVec<F>{s}, d, len);
-    else
-        floatKernel<F, op>(FVec<F>{s}, FConst<F>(c0, c1), d, len);
-    return zvpStsNoErr;
-}
-
-// Complex floating-point forms as 2 * len reals.
-template <class F, Op op, class C>
-ZvpStatus floatVecVecC(const C* x, const C* y, C* d, int len) {
-    ZVP_CHECK_PTRS(x, y, d);
-    ZVP_CHECK_LENS(len);
-    return overReals(len, [&](std::ptrdiff_t off, int n) {
-        floatKernel<F, op>(FVec<F>{reinterpret_cast<const F*>(x) + off},
-                           FVec<F>{reinterpret_cast<const F*>(y) + off},
-                           reinterpret_cast<F*>(d) + off, n);
+struct FloatOp {
+    using type = F;
+    template <class A, class B>
+    static ZvpStatus run(A a, B b, F* d, std::ptrdiff_t n) {
+        floatKernel<F, op>(a, b, d, n);
         return zvpStsNoErr;
-    });
-}
+    }
+};
 
-template <class F, Op op, bool constFirst, class C>
-ZvpStatus floatConstC(const C* s, C c, C* d, int len) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    return overReals(len, [&](std::ptrdiff_t off, int n) {
-        const F* sr = reinterpret_cast<const F*>(s) + off;
-        F* dr = reinterpret_cast<F*>(d) + off;
-        if constexpr (constFirst)
-            floatKernel<F, op>(FConst<F>(c.re, c.im), FVec<F>{sr}, dr, n);
-        else
-            floatKernel<F, op>(FVec<F>{sr}, FConst<F>(c.re, c.im), dr, n);
-        return zvpStsNoErr;
-    });
-}
-
-}  // namespace zvp::addsub
+}  // namespace zvp::ZVP_LEVEL::addsub

@@ -22,6 +22,7 @@
 #include <immintrin.h>
 
 #include <climits>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 
@@ -258,10 +259,10 @@ struct LanesU16to8u {
 
 // 16-bit destination, R in two vectors of 32-bit lanes.
 template <class LaneSet, class S, class D>
-void run16(const S& source, D* d, int len, int sf) {
+void run16(const S& source, D* d, std::ptrdiff_t len, int sf) {
     const S s = source;
     const LaneSet ls(sf);
-    int i = 0;
+    std::ptrdiff_t i = 0;
     for (; i + 16 <= len; i += 16) {  // two steps, loads before stores
         __m128i r0, r1, r2, r3;
         s.lanes(i, r0, r1);
@@ -280,10 +281,10 @@ void run16(const S& source, D* d, int len, int sf) {
 
 // 8u destination, R in two vectors of unsigned 16-bit lanes.
 template <class LaneSet, class S>
-void run8(const S& source, Zvp8u* d, int len, int sf) {
+void run8(const S& source, Zvp8u* d, std::ptrdiff_t len, int sf) {
     const S s = source;
     const LaneSet ls(sf);
-    int i = 0;
+    std::ptrdiff_t i = 0;
     for (; i + 16 <= len; i += 16) {
         __m128i r0, r1;
         s.lanes(i, r0, r1);
@@ -294,20 +295,20 @@ void run8(const S& source, Zvp8u* d, int len, int sf) {
 
 // 32s destination, R in one vector of 32-bit lanes.
 template <class LaneSet, class S>
-void run32from32(const S& source, Zvp32s* d, int len, int sf) {
+void run32from32(const S& source, Zvp32s* d, std::ptrdiff_t len, int sf) {
     const S s = source;
     const LaneSet ls(sf);
-    int i = 0;
+    std::ptrdiff_t i = 0;
     for (; i + 4 <= len; i += 4) simd::storeu(d + i, ls(s.lanes(i)));
     for (; i < len; ++i) d[i] = scaleRule<Zvp32s>(s.exact(i), sf);
 }
 
 // 32s destination, R in two vectors of 64-bit lanes (even, odd elements).
 template <class LaneSet, class S>
-void run32from64(const S& source, Zvp32s* d, int len, int sf) {
+void run32from64(const S& source, Zvp32s* d, std::ptrdiff_t len, int sf) {
     const S s = source;
     const LaneSet ls(sf);
-    int i = 0;
+    std::ptrdiff_t i = 0;
     for (; i + 4 <= len; i += 4) {
         __m128i e, o;
         s.lanes(i, e, o);

@@ -83,15 +83,15 @@ constexpr int kZ32s = 63, kN32s = -32;
 
 // ---- Floating point ----------------------------------------------------------------
 
-using namespace zvp::mulf;
+using namespace mulf;
 
 template <class T>
 struct AddProdReal {
     const T* a;
     const T* b;
     T* d;
-    Vec<T> compute(int i) const { return add(load(d + i), mul(load(a + i), load(b + i))); }
-    void tail(int i) const { d[i] = d[i] + a[i] * b[i]; }
+    Vec<T> compute(std::ptrdiff_t i) const { return add(load(d + i), mul(load(a + i), load(b + i))); }
+    void tail(std::ptrdiff_t i) const { d[i] = d[i] + a[i] * b[i]; }
 };
 
 template <class T>
@@ -99,8 +99,8 @@ struct AddProdCplx {
     const T* a;
     const T* b;
     T* d;
-    Vec<T> compute(int i) const { return add(load(d + i), cmul(load(a + i), load(b + i))); }
-    void tail(int i) const {
+    Vec<T> compute(std::ptrdiff_t i) const { return add(load(d + i), cmul(load(a + i), load(b + i))); }
+    void tail(std::ptrdiff_t i) const {
         T re, im;
         cmulScalar(a[i], a[i + 1], b[i], b[i + 1], re, im);
         d[i] = d[i] + re;
@@ -113,8 +113,8 @@ struct AddProdC32f {
     float c;
     float* d;
     __m128 cv = _mm_set1_ps(c);
-    __m128 compute(int i) const { return add(load(d + i), mul(load(a + i), cv)); }
-    void tail(int i) const { d[i] = d[i] + a[i] * c; }
+    __m128 compute(std::ptrdiff_t i) const { return add(load(d + i), mul(load(a + i), cv)); }
+    void tail(std::ptrdiff_t i) const { d[i] = d[i] + a[i] * c; }
 };
 
 }  // namespace
@@ -158,13 +158,13 @@ ZvpStatus zvpsAddProduct_64f(const Zvp64f* pSrc1, const Zvp64f* pSrc2, Zvp64f* p
 ZvpStatus zvpsAddProduct_32fc(const Zvp32fc* pSrc1, const Zvp32fc* pSrc2, Zvp32fc* pSrcDst, int len) {
     ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
     ZVP_CHECK_LENS(len);
-    drive<4, 2>(AddProdCplx<float>{&pSrc1->re, &pSrc2->re, &pSrcDst->re}, 2 * len);
+    drive<4, 2>(AddProdCplx<float>{&pSrc1->re, &pSrc2->re, &pSrcDst->re}, 2 * std::ptrdiff_t(len));
     return zvpStsNoErr;
 }
 ZvpStatus zvpsAddProduct_64fc(const Zvp64fc* pSrc1, const Zvp64fc* pSrc2, Zvp64fc* pSrcDst, int len) {
     ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
     ZVP_CHECK_LENS(len);
-    drive<2, 2>(AddProdCplx<double>{&pSrc1->re, &pSrc2->re, &pSrcDst->re}, 2 * len);
+    drive<2, 2>(AddProdCplx<double>{&pSrc1->re, &pSrc2->re, &pSrcDst->re}, 2 * std::ptrdiff_t(len));
     return zvpStsNoErr;
 }
 

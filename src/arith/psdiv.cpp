@@ -93,7 +93,7 @@ inline void cplxQuot(Zvp16sc a, Zvp16sc b, Zvp16sc& d, int sf, bool& zero) {
 
 // ---- Floating point -----------------------------------------------------------
 
-using namespace zvp::mulf;
+using namespace mulf;
 
 template <class T>
 struct DivReal {  // d = b / a
@@ -102,12 +102,12 @@ struct DivReal {  // d = b / a
     T* d;
     mutable Vec<T> zeros = zero(T());
     mutable bool zeroTail = false;
-    Vec<T> compute(int i) const {
+    Vec<T> compute(std::ptrdiff_t i) const {
         const Vec<T> x = load(a + i);
         zeros = bitOr(zeros, cmpeq(x, zero(T())));
         return div(load(b + i), x);
     }
-    void tail(int i) const {
+    void tail(std::ptrdiff_t i) const {
         zeroTail |= a[i] == T(0);
         d[i] = b[i] / a[i];
     }
@@ -122,12 +122,12 @@ struct DivRevC {  // d = c / a
     Vec<T> cv = set1(c);
     mutable Vec<T> zeros = zero(T());
     mutable bool zeroTail = false;
-    Vec<T> compute(int i) const {
+    Vec<T> compute(std::ptrdiff_t i) const {
         const Vec<T> x = load(a + i);
         zeros = bitOr(zeros, cmpeq(x, zero(T())));
         return div(cv, x);
     }
-    void tail(int i) const {
+    void tail(std::ptrdiff_t i) const {
         zeroTail |= a[i] == T(0);
         d[i] = c / a[i];
     }
@@ -196,14 +196,14 @@ struct DivCplx32 {
     static __m128 join(__m128d re, __m128d im) {
         return _mm_movelh_ps(_mm_cvtpd_ps(_mm_unpacklo_pd(re, im)), _mm_cvtpd_ps(_mm_unpackhi_pd(re, im)));
     }
-    void vec(int i) const {
+    void vec(std::ptrdiff_t i) const {
         __m128d ar, ai, br, bi, re, im;
         split(_mm_loadu_ps(a + i), ar, ai);
         split(_mm_loadu_ps(b + i), br, bi);
         zeros |= cdiv32(ar, ai, br, bi, re, im);
         _mm_storeu_ps(d + i, join(re, im));
     }
-    void tail(int i) const {
+    void tail(std::ptrdiff_t i) const {
         __m128d re, im;
         zeros |= cdiv32(_mm_setr_pd(a[i], 1.0), _mm_set_sd(a[i + 1]), _mm_set_sd(b[i]), _mm_set_sd(b[i + 1]), re, im);
         const __m128 r = _mm_cvtpd_ps(_mm_unpacklo_pd(re, im));
@@ -217,7 +217,7 @@ struct DivCplx64 {
     const double* b;
     double* d;
     mutable int zeros = 0;
-    void vec(int i) const {
+    void vec(std::ptrdiff_t i) const {
         const __m128d a0 = _mm_loadu_pd(a + i), a1 = _mm_loadu_pd(a + i + 2);
         const __m128d b0 = _mm_loadu_pd(b + i), b1 = _mm_loadu_pd(b + i + 2);
         __m128d re, im;
@@ -226,7 +226,7 @@ struct DivCplx64 {
         _mm_storeu_pd(d + i, _mm_unpacklo_pd(re, im));
         _mm_storeu_pd(d + i + 2, _mm_unpackhi_pd(re, im));
     }
-    void tail(int i) const {
+    void tail(std::ptrdiff_t i) const {
         __m128d re, im;
         zeros |= cdiv64(_mm_setr_pd(a[i], 1.0), _mm_set_sd(a[i + 1]), _mm_set_sd(b[i]), _mm_set_sd(b[i + 1]), re, im);
         _mm_storeu_pd(d + i, _mm_unpacklo_pd(re, im));
@@ -235,7 +235,7 @@ struct DivCplx64 {
 
 template <class Op, class C>
 ZvpStatus divCplx(const C* a, const C* b, C* d, int len) {
-    return warnIf(drive<4, 2>(Op{&a->re, &b->re, &d->re}, 2 * len).zeros != 0);
+    return warnIf(drive<4, 2>(Op{&a->re, &b->re, &d->re}, 2 * std::ptrdiff_t(len)).zeros != 0);
 }
 
 }  // namespace

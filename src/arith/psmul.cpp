@@ -8,6 +8,7 @@
 // part always fits 32 bits, its imaginary part leaves them only for
 // (-32768, -32768) x (-32768, -32768), where the lane wraps to -2^31; that
 // lane alone is patched with the rule's value for +2^31.
+#include <cstddef>
 #include <cstring>
 
 #include "check.h"
@@ -25,9 +26,9 @@ using muldiv::Path;
 template <class T>
 struct Vec {
     const T* p;
-    T at(int i) const { return p[i]; }
-    __m128i load(int i) const { return simd::loadu(p + i); }
-    __m128i load64(int i) const { return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p + i)); }
+    T at(std::ptrdiff_t i) const { return p[i]; }
+    __m128i load(std::ptrdiff_t i) const { return simd::loadu(p + i); }
+    __m128i load64(std::ptrdiff_t i) const { return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p + i)); }
 };
 
 template <class T>
@@ -51,13 +52,13 @@ template <class A, class B>
 struct Mul8u {
     A a;
     B b;
-    void lanes(int i, __m128i& r0, __m128i& r1) const {
+    void lanes(std::ptrdiff_t i, __m128i& r0, __m128i& r1) const {
         const __m128i z = _mm_setzero_si128();
         const __m128i x = a.load(i), y = b.load(i);
         r0 = _mm_mullo_epi16(_mm_unpacklo_epi8(x, z), _mm_unpacklo_epi8(y, z));
         r1 = _mm_mullo_epi16(_mm_unpackhi_epi8(x, z), _mm_unpackhi_epi8(y, z));
     }
-    std::int32_t exact(int i) const { return std::int32_t(a.at(i)) * std::int32_t(b.at(i)); }
+    std::int32_t exact(std::ptrdiff_t i) const { return std::int32_t(a.at(i)) * std::int32_t(b.at(i)); }
 };
 
 // 16s x 16s in 32-bit lanes.
@@ -65,13 +66,13 @@ template <class A, class B>
 struct Mul16s {
     A a;
     B b;
-    void lanes(int i, __m128i& r0, __m128i& r1) const {
+    void lanes(std::ptrdiff_t i, __m128i& r0, __m128i& r1) const {
         const __m128i x = a.load(i), y = b.load(i);
         const __m128i lo = _mm_mullo_epi16(x, y), hi = _mm_mulhi_epi16(x, y);
         r0 = _mm_unpacklo_epi16(lo, hi);
         r1 = _mm_unpackhi_epi16(lo, hi);
     }
-    std::int32_t exact(int i) const { return std::int32_t(a.at(i)) * std::int32_t(b.at(i)); }
+    std::int32_t exact(std::ptrdiff_t i) const { return std::int32_t(a.at(i)) * std::int32_t(b.at(i)); }
 };
 
 // 16u x 16u in unsigned 32-bit lanes.
@@ -79,13 +80,13 @@ template <class A, class B>
 struct Mul16u {
     A a;
     B b;
-    void lanes(int i, __m128i& r0, __m128i& r1) const {
+    void lanes(std::ptrdiff_t i, __m128i& r0, __m128i& r1) const {
         const __m128i x = a.load(i), y = b.load(i);
         const __m128i lo = _mm_mullo_epi16(x, y), hi = _mm_mulhi_epu16(x, y);
         r0 = _mm_unpacklo_epi16(lo, hi);
         r1 = _mm_unpackhi_epi16(lo, hi);
     }
-    std::int64_t exact(int i) const { return std::int64_t(a.at(i)) * std::int64_t(b.at(i)); }
+    std::int64_t exact(std::ptrdiff_t i) const { return std::int64_t(a.at(i)) * std::int64_t(b.at(i)); }
 };
 
 // 16u x 16s in signed 32-bit lanes (|R| < 2^31). The signed high product
@@ -95,14 +96,14 @@ template <class A, class B>
 struct Mul16u16s {
     A a;  // 16u
     B b;  // 16s
-    void lanes(int i, __m128i& r0, __m128i& r1) const {
+    void lanes(std::ptrdiff_t i, __m128i& r0, __m128i& r1) const {
         const __m128i x = a.load(i), y = b.load(i);
         const __m128i lo = _mm_mullo_epi16(x, y);
         const __m128i hi = _mm_add_epi16(_mm_mulhi_epi16(x, y), _mm_and_si128(y, _mm_srai_epi16(x, 15)));
         r0 = _mm_unpacklo_epi16(lo, hi);
         r1 = _mm_unpackhi_epi16(lo, hi);
     }
-    std::int32_t exact(int i) const { return std::int32_t(a.at(i)) * std::int32_t(b.at(i)); }
+    std::int32_t exact(std::ptrdiff_t i) const { return std::int32_t(a.at(i)) * std::int32_t(b.at(i)); }
 };
 
 // 16s x 16s into a 32s destination, four per step (|R| <= 2^30).
@@ -110,11 +111,11 @@ template <class A, class B>
 struct Mul16s32s {
     A a;
     B b;
-    __m128i lanes(int i) const {
+    __m128i lanes(std::ptrdiff_t i) const {
         const __m128i z = _mm_setzero_si128();
         return _mm_madd_epi16(_mm_unpacklo_epi16(a.load64(i), z), _mm_unpacklo_epi16(b.load64(i), z));
     }
-    std::int32_t exact(int i) const { return std::int32_t(a.at(i)) * std::int32_t(b.at(i)); }
+    std::int32_t exact(std::ptrdiff_t i) const { return std::int32_t(a.at(i)) * std::int32_t(b.at(i)); }
 };
 
 // 32s x 32s in 64-bit lanes, four per step: even elements in e, odd in o.
@@ -122,26 +123,26 @@ template <class A, class B>
 struct Mul32s {
     A a;
     B b;
-    void lanes(int i, __m128i& e, __m128i& o) const {
+    void lanes(std::ptrdiff_t i, __m128i& e, __m128i& o) const {
         const __m128i x = a.load(i), y = b.load(i);
         e = _mm_mul_epi32(x, y);
         o = _mm_mul_epi32(_mm_srli_epi64(x, 32), _mm_srli_epi64(y, 32));
     }
-    std::int64_t exact(int i) const { return std::int64_t(a.at(i)) * std::int64_t(b.at(i)); }
+    std::int64_t exact(std::ptrdiff_t i) const { return std::int64_t(a.at(i)) * std::int64_t(b.at(i)); }
 };
 
 // 32s x 32sc: the destination index i counts 32-bit parts, so element i/2.
 struct Mul32s32sc {
     const Zvp32s* a;
     const Zvp32s* b;  // parts of the 32sc operand
-    void lanes(int i, __m128i& e, __m128i& o) const {
+    void lanes(std::ptrdiff_t i, __m128i& e, __m128i& o) const {
         const __m128i x = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(a + i / 2));
         const __m128i xx = _mm_unpacklo_epi32(x, x);  // a0 a0 a1 a1
         const __m128i y = simd::loadu(b + i);
         e = _mm_mul_epi32(xx, y);                      // real parts
         o = _mm_mul_epi32(_mm_srli_epi64(xx, 32), _mm_srli_epi64(y, 32));  // imaginary
     }
-    std::int64_t exact(int i) const { return std::int64_t(a[i / 2]) * std::int64_t(b[i]); }
+    std::int64_t exact(std::ptrdiff_t i) const { return std::int64_t(a[i / 2]) * std::int64_t(b[i]); }
 };
 
 // ---- 16sc ------------------------------------------------------------------------
@@ -153,7 +154,7 @@ inline __m128i swapHalves(__m128i v) {
 
 // Part i & 1 of element i / 2 of a x b, exactly; b advances with a unless
 // it is a constant.
-inline std::int64_t cplxPart(const Zvp16s* a, const Zvp16s* b, int i, bool bConst = false) {
+inline std::int64_t cplxPart(const Zvp16s* a, const Zvp16s* b, std::ptrdiff_t i, bool bConst = false) {
     const int j = i & ~1, k = bConst ? 0 : j;
     const std::int64_t ar = a[j], ai = a[j + 1], br = b[k], bi = b[k + 1];
     return (i & 1) ? ar * bi + ai * br : ar * br - ai * bi;
@@ -164,13 +165,13 @@ inline std::int64_t cplxPart(const Zvp16s* a, const Zvp16s* b, int i, bool bCons
 struct Mul16sc {
     const Zvp16s* a;
     const Zvp16s* b;
-    void lanes(int i, __m128i& re, __m128i& im) const {
+    void lanes(std::ptrdiff_t i, __m128i& re, __m128i& im) const {
         const __m128i x = simd::loadu(a + i), y = simd::loadu(b + i);
         const __m128i lo = _mm_set1_epi32(0xFFFF);
         re = _mm_sub_epi32(_mm_madd_epi16(x, _mm_and_si128(y, lo)), _mm_madd_epi16(x, _mm_andnot_si128(lo, y)));
         im = _mm_madd_epi16(x, swapHalves(y));
     }
-    std::int64_t exact(int i) const { return cplxPart(a, b, i); }
+    std::int64_t exact(std::ptrdiff_t i) const { return cplxPart(a, b, i); }
 };
 
 // Vector x constant c with c.im != -32768: both parts one pmaddwd with
@@ -183,12 +184,12 @@ struct MulC16sc {
         kRe = _mm_set1_epi32(std::int32_t(std::uint16_t(v.re) | (std::uint32_t(std::uint16_t(-v.im)) << 16)));
         kIm = _mm_set1_epi32(std::int32_t(std::uint16_t(v.im) | (std::uint32_t(std::uint16_t(v.re)) << 16)));
     }
-    void lanes(int i, __m128i& re, __m128i& im) const {
+    void lanes(std::ptrdiff_t i, __m128i& re, __m128i& im) const {
         const __m128i x = simd::loadu(a + i);
         re = _mm_madd_epi16(x, kRe);
         im = _mm_madd_epi16(x, kIm);
     }
-    std::int64_t exact(int i) const { return cplxPart(a, c, i, true); }
+    std::int64_t exact(std::ptrdiff_t i) const { return cplxPart(a, c, i, true); }
 };
 
 // Vector x constant with c.im = -32768, whose negation has no 16-bit form:
@@ -202,23 +203,23 @@ struct MulC16scOvf {
         kRe = _mm_set1_epi32(std::int32_t(std::uint16_t(v.re)));
         kIm = _mm_set1_epi32(std::int32_t(std::uint16_t(v.im) | (std::uint32_t(std::uint16_t(v.re)) << 16)));
     }
-    void lanes(int i, __m128i& re, __m128i& im) const {
+    void lanes(std::ptrdiff_t i, __m128i& re, __m128i& im) const {
         const __m128i x = simd::loadu(a + i);
         re = _mm_add_epi32(_mm_madd_epi16(x, kRe), _mm_slli_epi32(_mm_srai_epi32(x, 16), 15));
         im = _mm_madd_epi16(x, kIm);
     }
-    std::int64_t exact(int i) const { return cplxPart(a, c, i, true); }
+    std::int64_t exact(std::ptrdiff_t i) const { return cplxPart(a, c, i, true); }
 };
 
 // n counts 16-bit parts. kWrap: the imaginary lanes may hold -2^31 standing
 // for +2^31.
 template <class LaneSet, bool kWrap, class S>
-void run16sc(const S& source, Zvp16s* d, int n, int sf) {
+void run16sc(const S& source, Zvp16s* d, std::ptrdiff_t n, int sf) {
     const S s = source;
     const LaneSet ls(sf);
     const __m128i fix = _mm_set1_epi16(scaleRule<Zvp16s>(std::int64_t(1) << 31, sf));
     const __m128i wrapped = _mm_set1_epi32(INT32_MIN);
-    int i = 0;
+    std::ptrdiff_t i = 0;
     for (; i + 8 <= n; i += 8) {
         __m128i re, im;
         s.lanes(i, re, im);
@@ -231,7 +232,14 @@ void run16sc(const S& source, Zvp16s* d, int n, int sf) {
         }
         simd::storeu(d + i, out);
     }
-    for (; i < n; ++i) d[i] = scaleRule<Zvp16s>(s.exact(i), sf);
+    // Both parts of an element come from both parts of its sources, which
+    // in place are the destination: read them before writing either.
+    for (; i < n; i += 2) {
+        const Zvp16s re = scaleRule<Zvp16s>(s.exact(i), sf);
+        const Zvp16s im = scaleRule<Zvp16s>(s.exact(i + 1), sf);
+        d[i] = re;
+        d[i + 1] = im;
+    }
 }
 
 // ---- Path instantiation ------------------------------------------------------------
@@ -241,7 +249,7 @@ struct Run16 {
     template <Path P>
     struct R {
         template <class S>
-        static void go(const S& s, D* d, int len, int sf) {
+        static void go(const S& s, D* d, std::ptrdiff_t len, int sf) {
             muldiv::run16<muldiv::Lanes32to16<D, P, kHeadroom>>(s, d, len, sf);
         }
     };
@@ -249,29 +257,29 @@ struct Run16 {
 template <Path P>
 struct Run16u {
     template <class S>
-    static void go(const S& s, Zvp16u* d, int len, int sf) { muldiv::run16<muldiv::LanesU32to16u<P>>(s, d, len, sf); }
+    static void go(const S& s, Zvp16u* d, std::ptrdiff_t len, int sf) { muldiv::run16<muldiv::LanesU32to16u<P>>(s, d, len, sf); }
 };
 template <Path P>
 struct Run8u {
     template <class S>
-    static void go(const S& s, Zvp8u* d, int len, int sf) { muldiv::run8<muldiv::LanesU16to8u<P>>(s, d, len, sf); }
+    static void go(const S& s, Zvp8u* d, std::ptrdiff_t len, int sf) { muldiv::run8<muldiv::LanesU16to8u<P>>(s, d, len, sf); }
 };
 template <Path P>
 struct Run32from32 {
     template <class S>
-    static void go(const S& s, Zvp32s* d, int len, int sf) { muldiv::run32from32<muldiv::Lanes32to32<P>>(s, d, len, sf); }
+    static void go(const S& s, Zvp32s* d, std::ptrdiff_t len, int sf) { muldiv::run32from32<muldiv::Lanes32to32<P>>(s, d, len, sf); }
 };
 template <Path P>
 struct Run32from64 {
     template <class S>
-    static void go(const S& s, Zvp32s* d, int len, int sf) { muldiv::run32from64<muldiv::Lanes64to32<P>>(s, d, len, sf); }
+    static void go(const S& s, Zvp32s* d, std::ptrdiff_t len, int sf) { muldiv::run32from64<muldiv::Lanes64to32<P>>(s, d, len, sf); }
 };
 template <bool kWrap>
 struct Run16sc {
     template <Path P>
     struct R {
         template <class S>
-        static void go(const S& s, Zvp16s* d, int n, int sf) {
+        static void go(const S& s, Zvp16s* d, std::ptrdiff_t n, int sf) {
             run16sc<muldiv::Lanes32to16<Zvp16s, P>, kWrap>(s, d, n, sf);
         }
     };
@@ -319,7 +327,7 @@ ZvpStatus mul32s(const Zvp32s* a, B b, Zvp32s* d, int len, int sf) {
 template <class S>
 ZvpStatus mul16sc(const S& s, Zvp16sc* d, int len, int sf) {
     return muldiv::dispatch<Run16sc<true>::R>(sf, kZ16sc, kN16sc, [&] { return p8::zvpsZero_16sc(d, len); },
-                                              s, reinterpret_cast<Zvp16s*>(d), 2 * len);
+                                              s, reinterpret_cast<Zvp16s*>(d), 2 * std::ptrdiff_t(len));
 }
 
 // 32sc: every part through the 128-bit form of the rule.
@@ -369,7 +377,7 @@ ZvpStatus zvpsMul_8u16u(const Zvp8u* pSrc1, const Zvp8u* pSrc2, Zvp16u* pDst, in
     ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
     ZVP_CHECK_LENS(len);
     const Mul8u<Vec<Zvp8u>, Vec<Zvp8u>> s{{pSrc1}, {pSrc2}};
-    int i = 0;
+    std::ptrdiff_t i = 0;
     for (; i + 16 <= len; i += 16) {
         __m128i r0, r1;
         s.lanes(i, r0, r1);
@@ -420,7 +428,7 @@ ZvpStatus zvpsMul_16s32f(const Zvp16s* pSrc1, const Zvp16s* pSrc2, Zvp32f* pDst,
     ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
     ZVP_CHECK_LENS(len);
     const Mul16s<Vec<Zvp16s>, Vec<Zvp16s>> s{{pSrc1}, {pSrc2}};
-    int i = 0;
+    std::ptrdiff_t i = 0;
     for (; i + 8 <= len; i += 8) {
         __m128i r0, r1;
         s.lanes(i, r0, r1);
@@ -494,8 +502,8 @@ ZvpStatus mulC16sc(const Zvp16sc* s, Zvp16sc v, Zvp16sc* d, int len, int sf) {
     const auto zero = [&] { return p8::zvpsZero_16sc(d, len); };
     Zvp16s* out = reinterpret_cast<Zvp16s*>(d);
     if (v.im == -32768)  // -v.im has no 16-bit form: the overflow kernels
-        return muldiv::dispatch<Run16sc<true>::R>(sf, kZ16sc, kN16sc, zero, MulC16scOvf(&s->re, v), out, 2 * len);
-    return muldiv::dispatch<Run16sc<false>::R>(sf, kZ16sc, kN16sc, zero, MulC16sc(&s->re, v), out, 2 * len);
+        return muldiv::dispatch<Run16sc<true>::R>(sf, kZ16sc, kN16sc, zero, MulC16scOvf(&s->re, v), out, 2 * std::ptrdiff_t(len));
+    return muldiv::dispatch<Run16sc<false>::R>(sf, kZ16sc, kN16sc, zero, MulC16sc(&s->re, v), out, 2 * std::ptrdiff_t(len));
 }
 }  // namespace
 
@@ -544,13 +552,13 @@ ZvpStatus zvpsMul_32s32sc_Sfs(const Zvp32s* pSrc1, const Zvp32sc* pSrc2, Zvp32sc
     ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
     ZVP_CHECK_LENS(len);
     return muldiv::dispatch<Run32from64>(scaleFactor, kZ32s, kN32s, [&] { return p8::zvpsZero_32sc(pDst, len); },
-                                         Mul32s32sc{pSrc1, &pSrc2->re}, &pDst->re, 2 * len);
+                                         Mul32s32sc{pSrc1, &pSrc2->re}, &pDst->re, 2 * std::ptrdiff_t(len));
 }
 ZvpStatus zvpsMul_32s32sc_ISfs(const Zvp32s* pSrc, Zvp32sc* pSrcDst, int len, int scaleFactor) {
     ZVP_CHECK_PTRS(pSrc, pSrcDst);
     ZVP_CHECK_LENS(len);
     return muldiv::dispatch<Run32from64>(scaleFactor, kZ32s, kN32s, [&] { return p8::zvpsZero_32sc(pSrcDst, len); },
-                                         Mul32s32sc{pSrc, &pSrcDst->re}, &pSrcDst->re, 2 * len);
+                                         Mul32s32sc{pSrc, &pSrcDst->re}, &pSrcDst->re, 2 * std::ptrdiff_t(len));
 }
 
 // ---- 32sc ----------------------------------------------------------------------------

@@ -2,20 +2,23 @@
 // and the single-precision products converted to 16s: MulC_32f16s_Sfs
 // (the exact product, scaled) and MulC_Low_32f16s (the single-precision
 // product, rounded once more to an integer).
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
 #include "check.h"
+#include "forms.h"
 #include "muldiv_float.h"
 #include "p8.h"
 
 namespace zvp::p8 {
 namespace {
 
-using namespace zvp::mulf;
+using namespace mulf;
+using form::Const;
 
 template <class T>
-constexpr int kW = 16 / int(sizeof(T));
+constexpr int kW = Full<T>::N;
 
 // d = a * b, real.
 template <class T>
@@ -23,147 +26,122 @@ struct MulReal {
     const T* a;
     const T* b;
     T* d;
-    Vec<T> compute(int i) const { return mul(load(a + i), load(b + i)); }
-    void tail(int i) const { d[i] = a[i] * b[i]; }
+    template <class L>
+    typename L::R compute(std::ptrdiff_t i) const { return L::mul(L::load(a + i), L::load(b + i)); }
 };
 
 // d = a * c, real.
 template <class T>
 struct MulRealC {
     const T* a;
-    T c;
     T* d;
-    Vec<T> cv;
-    MulRealC(const T* a_, T c_, T* d_) : a(a_), c(c_), d(d_), cv(set1(c_)) {}
-    Vec<T> compute(int i) const { return mul(load(a + i), cv); }
-    void tail(int i) const { d[i] = a[i] * c; }
+    Vec<T> c;
+    template <class L>
+    typename L::R compute(std::ptrdiff_t i) const { return L::mul(L::load(a + i), c); }
 };
 
-// d = a * b, complex (pointers to the parts).
+// d = a * b, complex (pointers to the parts); the tail runs one pair.
 template <class T>
 struct MulCplx {
     const T* a;
     const T* b;
     T* d;
-    Vec<T> compute(int i) const { return cmul(load(a + i), load(b + i)); }
-    void tail(int i) const { cmulScalar(a[i], a[i + 1], b[i], b[i + 1], d[i], d[i + 1]); }
+    template <class L>
+    typename L::R compute(std::ptrdiff_t i) const { return L::cmul(L::load(a + i), L::load(b + i)); }
 };
 
-// d = a * c, complex constant.
+// d = a * c, complex constant c = (re, im) held as the pair and its swap.
 template <class T>
 struct MulCplxC {
     const T* a;
-    T cr, ci;
     T* d;
     Vec<T> c, cs;
-    MulCplxC(const T* a_, T re, T im, T* d_)
-        : a(a_), cr(re), ci(im), d(d_), c(cpair(re, im)), cs(cpair(im, re)) {}
-    Vec<T> compute(int i) const { return cmulConst(load(a + i), c, cs); }
-    void tail(int i) const { cmulScalar(a[i], a[i + 1], cr, ci, d[i], d[i + 1]); }
+    template <class L>
+    typename L::R compute(std::ptrdiff_t i) const { return L::cmulPair(L::load(a + i), c, cs); }
 };
 
-// d = a * b with a real (32f) and b complex (32fc); i counts parts of b.
+// d = r * z with r real (32f) and z complex (32fc); i counts parts of z.
 struct MulRealCplx {
-    const float* a;
-    const float* b;
+    const float* r;
+    const float* z;
     float* d;
-    __m128 compute(int i) const {
-        const __m128 x = _mm_castsi128_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(a + i / 2)));
-        return _mm_mul_ps(_mm_unpacklo_ps(x, x), load(b + i));
-    }
-    void tail(int i) const {
-        d[i] = a[i / 2] * b[i];
-        d[i + 1] = a[i / 2] * b[i + 1];
+    template <class L>
+    typename L::R compute(std::ptrdiff_t i) const {
+        using H = Lanes<float, L::N / 2>;  // the reals of the step's pairs
+        return L::mul(L::dupEach(H::load(r + i / 2)), L::load(z + i));
     }
 };
 
+// Kernel policies of the forms.
 template <class T>
-ZvpStatus mulReal(const T* a, const T* b, T* d, int len) {
-    drive<kW<T>, 1>(MulReal<T>{a, b, d}, len);
-    return zvpStsNoErr;
-}
+struct Mul {
+    using type = T;
+    static ZvpStatus run(form::Vec<T> a, form::Vec<T> b, T* d, std::ptrdiff_t n) {
+        drive<kW<T>, 1>(MulReal<T>{a.p, b.p, d}, n);
+        return zvpStsNoErr;
+    }
+    static ZvpStatus run(form::Vec<T> a, Const<T> c, T* d, std::ptrdiff_t n) {
+        drive<kW<T>, 1>(MulRealC<T>{a.p, d, Full<T>::set1(c.c0)}, n);
+        return zvpStsNoErr;
+    }
+};
 template <class T>
-ZvpStatus mulRealC(const T* a, T c, T* d, int len) {
-    drive<kW<T>, 1>(MulRealC<T>(a, c, d), len);
-    return zvpStsNoErr;
-}
-template <class T, class C>
-ZvpStatus mulCplx(const C* a, const C* b, C* d, int len) {
-    drive<kW<T>, 2>(MulCplx<T>{&a->re, &b->re, &d->re}, 2 * len);
-    return zvpStsNoErr;
-}
-template <class T, class C>
-ZvpStatus mulCplxC(const C* a, C c, C* d, int len) {
-    drive<kW<T>, 2>(MulCplxC<T>(&a->re, c.re, c.im, &d->re), 2 * len);
-    return zvpStsNoErr;
-}
+struct MulComplex {
+    using type = T;
+    static ZvpStatus run(form::Vec<T> a, form::Vec<T> b, T* d, std::ptrdiff_t n) {
+        drive<kW<T>, 2>(MulCplx<T>{a.p, b.p, d}, n);
+        return zvpStsNoErr;
+    }
+    static ZvpStatus run(form::Vec<T> a, Const<T> c, T* d, std::ptrdiff_t n) {
+        drive<kW<T>, 2>(MulCplxC<T>{a.p, d, Full<T>::pair(c.c0, c.c1), Full<T>::pair(c.c1, c.c0)}, n);
+        return zvpStsNoErr;
+    }
+};
+// Real first operand, complex second (Mul_32f32fc) ...
+struct MulRealByComplex {
+    using type = float;
+    static ZvpStatus run(form::Vec<float> r, form::Vec<float> z, float* d, std::ptrdiff_t n) {
+        drive<4, 2>(MulRealCplx{r.p, z.p, d}, n);
+        return zvpStsNoErr;
+    }
+};
+// ... and in place, complex first.
+struct MulComplexByReal {
+    using type = float;
+    static ZvpStatus run(form::Vec<float> z, form::Vec<float> r, float* d, std::ptrdiff_t n) {
+        return MulRealByComplex::run(r, z, d, n);
+    }
+};
 
 }  // namespace
 
-#define ZVP_MUL_REAL(T)                                                                    \
+#define ZVP_MUL(T, K)                                                                      \
     ZvpStatus zvpsMul_##T(const Zvp##T* pSrc1, const Zvp##T* pSrc2, Zvp##T* pDst, int len) { \
-        ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);                                                \
-        ZVP_CHECK_LENS(len);                                                               \
-        return mulReal(pSrc1, pSrc2, pDst, len);                                           \
+        return form::vv<K>(pSrc1, pSrc2, pDst, len);                                       \
     }                                                                                      \
     ZvpStatus zvpsMul_##T##_I(const Zvp##T* pSrc, Zvp##T* pSrcDst, int len) {              \
-        ZVP_CHECK_PTRS(pSrc, pSrcDst);                                                     \
-        ZVP_CHECK_LENS(len);                                                               \
-        return mulReal<Zvp##T>(pSrcDst, pSrc, pSrcDst, len);                               \
+        return form::vvI<K>(pSrc, pSrcDst, len);                                           \
     }                                                                                      \
     ZvpStatus zvpsMulC_##T(const Zvp##T* pSrc, Zvp##T val, Zvp##T* pDst, int len) {        \
-        ZVP_CHECK_PTRS(pSrc, pDst);                                                        \
-        ZVP_CHECK_LENS(len);                                                               \
-        return mulRealC(pSrc, val, pDst, len);                                             \
+        return form::vc<K>(pSrc, val, pDst, len);                                          \
     }                                                                                      \
     ZvpStatus zvpsMulC_##T##_I(Zvp##T val, Zvp##T* pSrcDst, int len) {                     \
-        ZVP_CHECK_PTRS(pSrcDst);                                                           \
-        ZVP_CHECK_LENS(len);                                                               \
-        return mulRealC<Zvp##T>(pSrcDst, val, pSrcDst, len);                               \
+        return form::vcI<K>(val, pSrcDst, len);                                            \
     }
 
-#define ZVP_MUL_CPLX(T, R)                                                                 \
-    ZvpStatus zvpsMul_##T(const Zvp##T* pSrc1, const Zvp##T* pSrc2, Zvp##T* pDst, int len) { \
-        ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);                                                \
-        ZVP_CHECK_LENS(len);                                                               \
-        return mulCplx<Zvp##R>(pSrc1, pSrc2, pDst, len);                                   \
-    }                                                                                      \
-    ZvpStatus zvpsMul_##T##_I(const Zvp##T* pSrc, Zvp##T* pSrcDst, int len) {              \
-        ZVP_CHECK_PTRS(pSrc, pSrcDst);                                                     \
-        ZVP_CHECK_LENS(len);                                                               \
-        return mulCplx<Zvp##R, Zvp##T>(pSrcDst, pSrc, pSrcDst, len);                       \
-    }                                                                                      \
-    ZvpStatus zvpsMulC_##T(const Zvp##T* pSrc, Zvp##T val, Zvp##T* pDst, int len) {        \
-        ZVP_CHECK_PTRS(pSrc, pDst);                                                        \
-        ZVP_CHECK_LENS(len);                                                               \
-        return mulCplxC<Zvp##R>(pSrc, val, pDst, len);                                     \
-    }                                                                                      \
-    ZvpStatus zvpsMulC_##T##_I(Zvp##T val, Zvp##T* pSrcDst, int len) {                     \
-        ZVP_CHECK_PTRS(pSrcDst);                                                           \
-        ZVP_CHECK_LENS(len);                                                               \
-        return mulCplxC<Zvp##R, Zvp##T>(pSrcDst, val, pSrcDst, len);                       \
-    }
+ZVP_MUL(32f, Mul<Zvp32f>)
+ZVP_MUL(64f, Mul<Zvp64f>)
+ZVP_MUL(32fc, MulComplex<Zvp32f>)
+ZVP_MUL(64fc, MulComplex<Zvp64f>)
 
-ZVP_MUL_REAL(32f)
-ZVP_MUL_REAL(64f)
-ZVP_MUL_CPLX(32fc, 32f)
-ZVP_MUL_CPLX(64fc, 64f)
-
-#undef ZVP_MUL_REAL
-#undef ZVP_MUL_CPLX
+#undef ZVP_MUL
 
 // First source 32f (real), second source and destination 32fc.
 ZvpStatus zvpsMul_32f32fc(const Zvp32f* pSrc1, const Zvp32fc* pSrc2, Zvp32fc* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    ZVP_CHECK_LENS(len);
-    drive<4, 2>(MulRealCplx{pSrc1, &pSrc2->re, &pDst->re}, 2 * len);
-    return zvpStsNoErr;
+    return form::vv<MulRealByComplex>(pSrc1, pSrc2, pDst, len);
 }
 ZvpStatus zvpsMul_32f32fc_I(const Zvp32f* pSrc, Zvp32fc* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    drive<4, 2>(MulRealCplx{pSrc, &pSrcDst->re, &pSrcDst->re}, 2 * len);
-    return zvpStsNoErr;
+    return form::vvI<MulComplexByReal>(pSrc, pSrcDst, len);
 }
 
 // ---- Products converted to 16s ------------------------------------------------------

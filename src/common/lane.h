@@ -130,3 +130,4 @@ inline bool alignedFull(const void* p) {
 }  // namespace zvp::ZVP_LEVEL
 
 #include "lane_float.h"
+#include "lane_int.h"

@@ -75,6 +75,7 @@ struct Ops<float> {
     static R addsub(R a, R b) { return _mm_addsub_ps(a, b); }
     static R reversePairs(R v) { return _mm_shuffle_ps(v, v, _MM_SHUFFLE(1, 0, 3, 2)); }
     static R reverse(R v) { return _mm_shuffle_ps(v, v, _MM_SHUFFLE(0, 1, 2, 3)); }
+    static R fromI32(__m128i v) { return _mm_cvtepi32_ps(v); }
     // (x0, x0, x1, x1) from the low half
     static R dupEach(R v) { return _mm_unpacklo_ps(v, v); }
 };
@@ -132,6 +133,7 @@ struct Ops<double> {
     static R addsub(R a, R b) { return _mm_addsub_pd(a, b); }
     static R reversePairs(R v) { return v; }
     static R reverse(R v) { return _mm_shuffle_pd(v, v, 1); }
+    static R fromI32(__m128i v) { return _mm_cvtepi32_pd(v); }
     static R dupEach(R v) { return _mm_movedup_pd(v); }
 };
 
@@ -192,6 +194,9 @@ struct FloatLane {
     static R max(R a, R b) { return kScalar ? O::max1(a, b) : O::max(a, b); }
     static R sqrt(R a) { return kScalar ? O::sqrt1(a) : O::sqrt(a); }
     static R neg(R a) { return O::xor_(a, O::signBit()); }
+    // The low N 32-bit integer lanes of v, converted exactly (double) or
+    // rounded by the current mode (float beyond 2^24).
+    static R fromI32(__m128i v) { return O::fromI32(v); }
     static R abs(R a) { return O::andnot(O::signBit(), a); }
 
     // ---- bits, compares, selection
