@@ -17,6 +17,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "fftspec.h"
 #include "fftvec.h"
@@ -497,27 +498,35 @@ inline void tileGather(const E* x, size_t rowStride, E* buf, const std::uint8_t*
         const E* row = x + a * rowStride;
         E* b = buf + size_t(rev6[a]) * 64;
         if constexpr (sizeof(E) == 8) {
+            // Two elements per lane, each stored alone as one double.
+            using L = Full<double>;
+            using S = One<double>;
 #pragma GCC unroll 32
             for (int c = 0; c < 64; c += 2) {
-                const __m128d v = _mm_loadu_pd(reinterpret_cast<const double*>(row + c));
-                _mm_storel_pd(reinterpret_cast<double*>(b + kRev6.v[c]), v);
-                _mm_storeh_pd(reinterpret_cast<double*>(b + kRev6.v[c] + 32), v);
+                const auto v = L::load(reinterpret_cast<const double*>(row + c));
+                S::store(reinterpret_cast<double*>(b + kRev6.v[c]), v);
+                S::store(reinterpret_cast<double*>(b + kRev6.v[c] + 32), L::dupIm(v));
             }
         } else if constexpr (sizeof(E) == 4) {
+            // Four elements per lane; lane k is brought to the bottom and stored.
+            using L = Full<float>;
+            using S = One<float>;
 #pragma GCC unroll 16
             for (int c = 0; c < 64; c += 4) {
-                const __m128 v = _mm_loadu_ps(reinterpret_cast<const float*>(row + c));
-                _mm_store_ss(reinterpret_cast<float*>(b + kRev6.v[c]), v);
-                *reinterpret_cast<int*>(b + kRev6.v[c] + 32) = _mm_extract_ps(v, 1);
-                *reinterpret_cast<int*>(b + kRev6.v[c] + 16) = _mm_extract_ps(v, 2);
-                *reinterpret_cast<int*>(b + kRev6.v[c] + 48) = _mm_extract_ps(v, 3);
+                const auto v = L::load(reinterpret_cast<const float*>(row + c));
+                const auto w = L::reversePairs(v);  // elements 2, 3, 0, 1
+                S::store(reinterpret_cast<float*>(b + kRev6.v[c]), v);
+                S::store(reinterpret_cast<float*>(b + kRev6.v[c] + 32), L::dupIm(v));
+                S::store(reinterpret_cast<float*>(b + kRev6.v[c] + 16), w);
+                S::store(reinterpret_cast<float*>(b + kRev6.v[c] + 48), L::dupIm(w));
             }
         } else {
             static_assert(sizeof(E) == 16);
+            using L = Full<std::uint64_t>;
 #pragma GCC unroll 64
             for (int c = 0; c < 64; ++c)
-                _mm_store_si128(reinterpret_cast<__m128i*>(b + kRev6.v[c]),
-                                _mm_loadu_si128(reinterpret_cast<const __m128i*>(row + c)));
+                L::storea(reinterpret_cast<std::uint64_t*>(b + kRev6.v[c]),
+                          L::load(reinterpret_cast<const std::uint64_t*>(row + c)));
         }
     }
 }
@@ -525,32 +534,27 @@ inline void tileGather(const E* x, size_t rowStride, E* buf, const std::uint8_t*
 // x[r][c] = buf[c][r] for a 64 x 64 tile (rows of x rowStride elements apart).
 template <class E>
 inline void tileTransposeOut(const E* buf, E* x, size_t rowStride) {
-    if constexpr (sizeof(E) == 8) {
-        for (size_t r = 0; r < 64; r += 2)
-            for (size_t c = 0; c < 64; c += 2) {
-                const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(buf + c * 64 + r));
-                const __m128i b =
-                    _mm_loadu_si128(reinterpret_cast<const __m128i*>(buf + (c + 1) * 64 + r));
-                _mm_storeu_si128(reinterpret_cast<__m128i*>(x + r * rowStride + c), _mm_unpacklo_epi64(a, b));
-                _mm_storeu_si128(reinterpret_cast<__m128i*>(x + (r + 1) * rowStride + c),
-                                 _mm_unpackhi_epi64(a, b));
-            }
-    } else if constexpr (sizeof(E) == 4) {
-        for (size_t r = 0; r < 64; r += 4)
-            for (size_t c = 0; c < 64; c += 4) {
-                __m128 v[4];
-                for (int i = 0; i < 4; ++i)
-                    v[i] = _mm_loadu_ps(reinterpret_cast<const float*>(buf + (c + i) * 64 + r));
-                _MM_TRANSPOSE4_PS(v[0], v[1], v[2], v[3]);
-                for (int i = 0; i < 4; ++i)
-                    _mm_storeu_ps(reinterpret_cast<float*>(x + (r + i) * rowStride + c), v[i]);
-            }
-    } else {
-        static_assert(sizeof(E) == 16);
+    if constexpr (sizeof(E) == 16) {
+        using L = Full<std::uint64_t>;
         for (size_t r = 0; r < 64; ++r)
             for (size_t c = 0; c < 64; ++c)
-                _mm_storeu_si128(reinterpret_cast<__m128i*>(x + r * rowStride + c),
-                                 _mm_load_si128(reinterpret_cast<const __m128i*>(buf + c * 64 + r)));
+                L::store(reinterpret_cast<std::uint64_t*>(x + r * rowStride + c),
+                         L::loada(reinterpret_cast<const std::uint64_t*>(buf + c * 64 + r)));
+    } else {
+        // Blocks of N x N elements, one element being one lane of L.
+        using L = Full<std::conditional_t<sizeof(E) == 8, double, float>>;
+        using T = typename L::type;
+        static_assert(sizeof(E) == sizeof(T));
+        constexpr size_t N = L::N;
+        for (size_t r = 0; r < 64; r += N)
+            for (size_t c = 0; c < 64; c += N) {
+                typename L::R v[N];
+                for (size_t i = 0; i < N; ++i)
+                    v[i] = L::load(reinterpret_cast<const T*>(buf + (c + i) * 64 + r));
+                L::transpose(v);
+                for (size_t i = 0; i < N; ++i)
+                    L::store(reinterpret_cast<T*>(x + (r + i) * rowStride + c), v[i]);
+            }
     }
 }
 
@@ -560,7 +564,7 @@ template <class E>
 inline void prefetchTile(const E* x, size_t rowStride) {
     for (size_t a = 0; a < 64; ++a) {
         const char* row = reinterpret_cast<const char*>(x + a * rowStride);
-        for (size_t off = 0; off < 64 * sizeof(E); off += 64) _mm_prefetch(row + off, _MM_HINT_T0);
+        for (size_t off = 0; off < 64 * sizeof(E); off += 64) __builtin_prefetch(row + off, 0, 3);
     }
 }
 
@@ -597,6 +601,7 @@ void tileRevInPlace(E* x, int m, const std::int32_t* partner, const std::uint8_t
 template <class E>
 void tileRevSlices(const E* x, size_t rowStride, E* y, const std::uint8_t* rev6, E* buf) {
     static_assert(sizeof(E) == 16);
+    using L = Full<std::uint64_t>;  // one element per lane
     for (int j = 0; j < 4; ++j) {
         const E* xs = x + 16 * j;
         for (size_t a = 0; a < 64; ++a) {
@@ -604,8 +609,8 @@ void tileRevSlices(const E* x, size_t rowStride, E* y, const std::uint8_t* rev6,
             E* b = buf + rev6[a];
 #pragma GCC unroll 16
             for (int c = 0; c < 16; ++c)
-                _mm_store_si128(reinterpret_cast<__m128i*>(b + (kRev6.v[c] >> 2) * 64),
-                                _mm_loadu_si128(reinterpret_cast<const __m128i*>(row + c)));
+                L::storea(reinterpret_cast<std::uint64_t*>(b + (kRev6.v[c] >> 2) * 64),
+                          L::load(reinterpret_cast<const std::uint64_t*>(row + c)));
         }
         const size_t r0 = kRev6.v[j] >> 4;  // rev2(j)
         for (size_t c = 0; c < 16; ++c) {
@@ -613,8 +618,8 @@ void tileRevSlices(const E* x, size_t rowStride, E* y, const std::uint8_t* rev6,
             E* out = y + (4 * c + r0) * rowStride;
 #pragma GCC unroll 8
             for (int k = 0; k < 64; ++k)
-                _mm_storeu_si128(reinterpret_cast<__m128i*>(out + k),
-                                 _mm_load_si128(reinterpret_cast<const __m128i*>(b + k)));
+                L::store(reinterpret_cast<std::uint64_t*>(out + k),
+                         L::loada(reinterpret_cast<const std::uint64_t*>(b + k)));
         }
     }
 }
