@@ -17,11 +17,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "fftspec.h"
 #include "fftvec.h"
 
-namespace zvp::fft {
+namespace zvp::ZVP_LEVEL::fft {
 
 using std::ptrdiff_t;
 using std::size_t;
@@ -33,39 +34,39 @@ using std::size_t;
 // is GroupBuf below.
 template <class V, int GS, bool A = true>
 struct GroupIO {
-    using T = typename V::T;
+    using T = typename V::type;
     T* re;
     T* im;
     static typename V::R ldv(const T* p) {
-        if constexpr (A) return V::lda(p);
-        else return V::ld(p);
+        if constexpr (A) return V::loada(p);
+        else return V::load(p);
     }
     CV<V> load(ptrdiff_t g) const { return {ldv(re + g * GS), ldv(im + g * GS)}; }
     void store(ptrdiff_t g, CV<V> v) const {
-        V::st(re + g * GS, v.re);
-        V::st(im + g * GS, v.im);
+        V::store(re + g * GS, v.re);
+        V::store(im + g * GS, v.im);
     }
     GroupIO at(ptrdiff_t g) const { return {re + g * GS, im + g * GS}; }
 };
 template <class V, bool A = true>
-using SplitIO = GroupIO<V, V::W, A>;  // two split arrays
+using SplitIO = GroupIO<V, V::N, A>;  // two split arrays
 
 // One array in group form: the imaginary parts of a group follow its real
 // parts, so one base pointer addresses both and a butterfly's legs differ
 // only by constant offsets.
 template <class V, bool A = true>
 struct GroupBuf {
-    using T = typename V::T;
-    static constexpr int W = V::W;
+    using T = typename V::type;
+    static constexpr int W = V::N;
     T* p;
     static typename V::R ldv(const T* q) {
-        if constexpr (A) return V::lda(q);
-        else return V::ld(q);
+        if constexpr (A) return V::loada(q);
+        else return V::load(q);
     }
     CV<V> load(ptrdiff_t g) const { return {ldv(p + g * 2 * W), ldv(p + g * 2 * W + W)}; }
     void store(ptrdiff_t g, CV<V> v) const {
-        V::st(p + g * 2 * W, v.re);
-        V::st(p + g * 2 * W + W, v.im);
+        V::store(p + g * 2 * W, v.re);
+        V::store(p + g * 2 * W + W, v.im);
     }
     GroupBuf at(ptrdiff_t g) const { return {p + g * 2 * W}; }
 };
@@ -73,19 +74,19 @@ struct GroupBuf {
 // Interleaved (re, im) complex samples; group g = samples W g .. W g + W - 1.
 template <class V>
 struct InterIO {
-    using T = typename V::T;
+    using T = typename V::type;
     T* p;
     CV<V> load(ptrdiff_t g) const {
         CV<V> v;
-        V::deinterleave(p + 2 * V::W * g, v.re, v.im);
+        V::deinterleave(p + 2 * V::N * g, v.re, v.im);
         return v;
     }
-    void store(ptrdiff_t g, CV<V> v) const { V::interleave(p + 2 * V::W * g, v.re, v.im); }
-    InterIO at(ptrdiff_t g) const { return {p + 2 * V::W * g}; }
+    void store(ptrdiff_t g, CV<V> v) const { V::interleave(p + 2 * V::N * g, v.re, v.im); }
+    InterIO at(ptrdiff_t g) const { return {p + 2 * V::N * g}; }
 };
 
 template <class V, bool A = true>
-inline GroupBuf<V, A> groupView(typename V::T* p) {
+inline GroupBuf<V, A> groupView(typename V::type* p) {
     return {p};
 }
 
@@ -94,7 +95,7 @@ inline GroupBuf<V, A> groupView(typename V::T* p) {
 // Bit reversal of t within log2(W) bits.
 template <class V>
 constexpr int revLane(int t) {
-    if constexpr (V::W == 4) return ((t & 1) << 1) | (t >> 1);
+    if constexpr (V::N == 4) return ((t & 1) << 1) | (t >> 1);
     else return t;
 }
 
@@ -110,7 +111,7 @@ constexpr int revBits(int l) {
 // call x[h W + t] holds legs h W .. h W + W - 1 of butterfly t.
 template <class V, int P>
 inline void legsToRows(CV<V>* x) {
-    constexpr int W = V::W;
+    constexpr int W = V::N;
     for (int h = 0; h < P / W; ++h) {
         typename V::R re[W], im[W];
         for (int i = 0; i < W; ++i) {
@@ -130,7 +131,7 @@ inline void legsToRows(CV<V>* x) {
 template <class V, bool INV, int P, class In, class Out>
 [[gnu::always_inline]] inline void firstPassGroup(const In& in, const Out& w, size_t g, size_t qg,
                                                   size_t laneStep, const std::int32_t* rev) {
-    constexpr int W = V::W;
+    constexpr int W = V::N;
     CV<V> x[P];
     for (int l = 0; l < P; ++l) x[l] = in.load(ptrdiff_t(g + l * qg));
     dftv<V, INV, P>(x);
@@ -144,7 +145,7 @@ template <class V, bool INV, int P, class In, class Out>
 
 template <class V, bool INV, int P, class In, class Out>
 void firstPassRev(In in, Out w, size_t n, const std::int32_t* rev) {
-    constexpr int W = V::W;
+    constexpr int W = V::N;
     const size_t qg = n / P / W;
     const size_t laneStep = n / W / W;  // groups between lanes' destinations
     if (qg < 64) {
@@ -166,7 +167,7 @@ void firstPassRev(In in, Out w, size_t n, const std::int32_t* rev) {
 // consecutive samples, from the raw form to group form (may be in place).
 template <class V, bool INV, int P, class In, class Out>
 void firstPassContig(In in, Out w, size_t n) {
-    constexpr int W = V::W;
+    constexpr int W = V::N;
     constexpr int PW = P / W;
     for (size_t blk = 0; blk < n / W; blk += P) {
         CV<V> g[P];
@@ -195,16 +196,16 @@ template <class V, bool INV>
 
 template <class V, bool INV>
 [[gnu::always_inline]] inline void twiddle3(CV<V>& a1, CV<V>& a2, CV<V>& a3,
-                                            const typename V::T* tw) {
-    constexpr int W = V::W;
-    a1 = cmul<V, INV>(a1, V::lda(tw), V::lda(tw + W));
-    a2 = cmul<V, INV>(a2, V::lda(tw + 2 * W), V::lda(tw + 3 * W));
-    a3 = cmul<V, INV>(a3, V::lda(tw + 4 * W), V::lda(tw + 5 * W));
+                                            const typename V::type* tw) {
+    constexpr int W = V::N;
+    a1 = cmul<V, INV>(a1, V::loada(tw), V::loada(tw + W));
+    a2 = cmul<V, INV>(a2, V::loada(tw + 2 * W), V::loada(tw + 3 * W));
+    a3 = cmul<V, INV>(a3, V::loada(tw + 4 * W), V::loada(tw + 5 * W));
 }
 
 template <class V, bool INV, bool SCALE, class In, class Out>
 [[gnu::always_inline]] inline void butterflyAt(const In& in, const Out& out, size_t p, size_t lg,
-                                               const typename V::T* t, typename V::R scale) {
+                                               const typename V::type* t, typename V::R scale) {
     // Bit-reversed order: the transform of decimation 1 sits at 2L, of 2 at L.
     CV<V> a0 = in.load(ptrdiff_t(p)), a2 = in.load(ptrdiff_t(p + lg));
     CV<V> a1 = in.load(ptrdiff_t(p + 2 * lg)), a3 = in.load(ptrdiff_t(p + 3 * lg));
@@ -228,10 +229,10 @@ template <class V, bool INV, bool SCALE, class In, class Out>
 // the live registers within the sixteen SSE registers.
 template <class V, bool INV, bool SCALE, class In, class Out>
 [[gnu::always_inline]] inline void butterfly8At(const In& in, const Out& out, size_t p, size_t lg,
-                                                const typename V::T* t, typename V::R scale) {
-    constexpr int W = V::W;
+                                                const typename V::type* t, typename V::R scale) {
+    constexpr int W = V::N;
     auto tw = [&](int d, CV<V> x) {
-        return cmul<V, INV>(x, V::lda(t + 2 * W * (d - 1)), V::lda(t + 2 * W * (d - 1) + W));
+        return cmul<V, INV>(x, V::loada(t + 2 * W * (d - 1)), V::loada(t + 2 * W * (d - 1) + W));
     };
     // Even decimations 0, 2, 4, 6 (at 0, 2L, L, 3L): a radix-4 step.
     CV<V> e0 = in.load(ptrdiff_t(p));
@@ -262,8 +263,8 @@ template <class V, bool INV, bool SCALE, class In, class Out>
 // position over all blocks so that a position's roots stay in registers.
 template <int R, class V, bool INV, bool SCALE, class In, class Out>
 [[gnu::always_inline]] inline void stage(const In& in, const Out& out, size_t ng, size_t lg,
-                                         const typename V::T* tw, typename V::R scale) {
-    constexpr int W = V::W;
+                                         const typename V::type* tw, typename V::R scale) {
+    constexpr int W = V::N;
     constexpr size_t kTw = 2 * (R - 1) * W;
     const size_t span = R * lg;
     auto butterfly = [&](size_t p, size_t j) {
@@ -281,7 +282,7 @@ template <int R, class V, bool INV, bool SCALE, class In, class Out>
 
 template <class V, bool INV, bool SCALE, class In, class Out>
 [[gnu::noinline]] void runPass(int bits, In in, Out out, size_t ng, size_t lg,
-                               const typename V::T* tw, typename V::R scale) {
+                               const typename V::type* tw, typename V::R scale) {
     if (bits == 3) stage<8, V, INV, SCALE>(in, out, ng, lg, tw, scale);
     else stage<4, V, INV, SCALE>(in, out, ng, lg, tw, scale);
 }
@@ -290,8 +291,8 @@ template <class V, bool INV, bool SCALE, class In, class Out>
 // stores share their addresses.
 template <class V, bool INV, class Buf>
 [[gnu::noinline]] void runPassInPlace(int bits, Buf w, size_t ng, size_t lg,
-                                      const typename V::T* tw) {
-    const auto one = V::set1(typename V::T(1));
+                                      const typename V::type* tw) {
+    const auto one = V::set1(typename V::type(1));
     if (bits == 3) stage<8, V, INV, false>(w, w, ng, lg, tw, one);
     else stage<4, V, INV, false>(w, w, ng, lg, tw, one);
 }
@@ -300,10 +301,10 @@ template <class V, bool INV, class Buf>
 // the working area w; the last pass writes to out (multiplying by scale when
 // SCALE). tw holds the twiddles of every pass in order.
 template <class V, bool INV, bool SCALE, class Work, class Out>
-void enginePasses(Work w, Out out, int m, const typename V::T* tw, typename V::T scale) {
-    constexpr int W = V::W;
+void enginePasses(Work w, Out out, int m, const typename V::type* tw, typename V::type scale) {
+    constexpr int W = V::N;
     const size_t n = size_t(1) << m;
-    const PassPlan plan = passPlan(sizeof(typename V::T) == 4 ? Prec::Single : Prec::Double, m);
+    const PassPlan plan = passPlan(sizeof(typename V::type) == 4 ? Prec::Single : Prec::Double, m);
     const auto sc = V::set1(scale);
     size_t L = size_t(1) << plan.bits[0];
     int i = 1;
@@ -311,7 +312,7 @@ void enginePasses(Work w, Out out, int m, const typename V::T* tw, typename V::T
         const size_t blk = size_t(1) << plan.blockBits;
         for (size_t b0 = 0; b0 < n; b0 += blk) {
             size_t l = L;
-            const typename V::T* t = tw;
+            const typename V::type* t = tw;
             const auto wb = w.at(ptrdiff_t(b0 / W));
             for (int j = 1; j < plan.blocked; ++j) {
                 runPassInPlace<V, INV>(plan.bits[j], wb, blk / W, l / W, t);
@@ -336,7 +337,7 @@ void enginePasses(Work w, Out out, int m, const typename V::T* tw, typename V::T
 // the bit-reversal placement from in to w, then the passes.
 template <class V, bool INV, class In, class Work, class Out>
 void engineRev(In in, Work w, Out out, int m, const std::int32_t* rev,
-               const typename V::T* tw, bool scaled, typename V::T scale) {
+               const typename V::type* tw, bool scaled, typename V::type scale) {
     const size_t n = size_t(1) << m;
     firstPassRev<V, INV, 4>(in, w, n, rev);
     if (scaled) enginePasses<V, INV, true>(w, out, m, tw, scale);
@@ -346,8 +347,8 @@ void engineRev(In in, Work w, Out out, int m, const std::int32_t* rev,
 // Engine on data already in bit-reversed order, in place: raw is the data's
 // own form (interleaved or split), w its group form over the same memory.
 template <class V, bool INV, class Raw, class Work, class Out>
-void engineNoRev(Raw raw, Work w, Out out, int m, const typename V::T* tw, bool scaled,
-                 typename V::T scale) {
+void engineNoRev(Raw raw, Work w, Out out, int m, const typename V::type* tw, bool scaled,
+                 typename V::type scale) {
     const size_t n = size_t(1) << m;
     firstPassContig<V, INV, 4>(raw, w, n);
     if (scaled) enginePasses<V, INV, true>(w, out, m, tw, scale);
@@ -396,10 +397,10 @@ template <class V, bool INV, bool SCALE, class In, class Out>
 // group), then the second pass's per row offset k < 4 and column group (three,
 // or one in the very last pass, whose other two are its square and cube).
 template <class V, bool INV, bool SCALE, class Data, class Out>
-void columnPass(Data data, Out out, int b, size_t R, const typename V::T* tw,
-                typename V::T* buf, typename V::T scale) {
-    constexpr int W = V::W;
-    using T = typename V::T;
+void columnPass(Data data, Out out, int b, size_t R, const typename V::type* tw,
+                typename V::type* buf, typename V::type scale) {
+    constexpr int W = V::N;
+    using T = typename V::type;
     using R_ = typename V::R;
     const size_t C = size_t(1) << b;
     const size_t rg = R / W;
@@ -425,15 +426,15 @@ void columnPass(Data data, Out out, int b, size_t R, const typename V::T* tw,
                         const size_t r0 = base + s * 4 * blk;
                         if (firstPh)
                             columnButterfly<V, INV, false>(dataS, rg, bio, sg, r0, s, cg,
-                                                           V::lda(tb), V::lda(tb + W),
-                                                           V::lda(tb + 2 * W), V::lda(tb + 3 * W),
-                                                           V::lda(tb + 4 * W), V::lda(tb + 5 * W),
+                                                           V::loada(tb), V::loada(tb + W),
+                                                           V::loada(tb + 2 * W), V::loada(tb + 3 * W),
+                                                           V::loada(tb + 4 * W), V::loada(tb + 5 * W),
                                                            sc);
                         else
                             columnButterfly<V, INV, false>(bio, sg, bio, sg, r0, s, cg,
-                                                           V::lda(tb), V::lda(tb + W),
-                                                           V::lda(tb + 2 * W), V::lda(tb + 3 * W),
-                                                           V::lda(tb + 4 * W), V::lda(tb + 5 * W),
+                                                           V::loada(tb), V::loada(tb + W),
+                                                           V::loada(tb + 2 * W), V::loada(tb + 3 * W),
+                                                           V::loada(tb + 4 * W), V::loada(tb + 5 * W),
                                                            sc);
                     }
                 }
@@ -444,13 +445,13 @@ void columnPass(Data data, Out out, int b, size_t R, const typename V::T* tw,
                     for (size_t cg = 0; cg < sg; ++cg) {
                         if (!lastPh) {
                             columnButterfly<V, INV, false>(bio, sg, bio, sg, r0, 4 * s, cg,
-                                                           V::lda(t), V::lda(t + W),
-                                                           V::lda(t + 2 * W), V::lda(t + 3 * W),
-                                                           V::lda(t + 4 * W), V::lda(t + 5 * W),
+                                                           V::loada(t), V::loada(t + W),
+                                                           V::loada(t + 2 * W), V::loada(t + 3 * W),
+                                                           V::loada(t + 4 * W), V::loada(t + 5 * W),
                                                            sc);
                             t += 6 * W;
                         } else {
-                            const R_ w1r = V::lda(t), w1i = V::lda(t + W);
+                            const R_ w1r = V::loada(t), w1i = V::loada(t + W);
                             const R_ w2r = V::sub(V::mul(w1r, w1r), V::mul(w1i, w1i));
                             const R_ p = V::mul(w1r, w1i);
                             const R_ w2i = V::add(p, p);
@@ -497,27 +498,35 @@ inline void tileGather(const E* x, size_t rowStride, E* buf, const std::uint8_t*
         const E* row = x + a * rowStride;
         E* b = buf + size_t(rev6[a]) * 64;
         if constexpr (sizeof(E) == 8) {
+            // Two elements per lane, each stored alone as one double.
+            using L = Full<double>;
+            using S = One<double>;
 #pragma GCC unroll 32
             for (int c = 0; c < 64; c += 2) {
-                const __m128d v = _mm_loadu_pd(reinterpret_cast<const double*>(row + c));
-                _mm_storel_pd(reinterpret_cast<double*>(b + kRev6.v[c]), v);
-                _mm_storeh_pd(reinterpret_cast<double*>(b + kRev6.v[c] + 32), v);
+                const auto v = L::load(reinterpret_cast<const double*>(row + c));
+                S::store(reinterpret_cast<double*>(b + kRev6.v[c]), v);
+                S::store(reinterpret_cast<double*>(b + kRev6.v[c] + 32), L::dupIm(v));
             }
         } else if constexpr (sizeof(E) == 4) {
+            // Four elements per lane; lane k is brought to the bottom and stored.
+            using L = Full<float>;
+            using S = One<float>;
 #pragma GCC unroll 16
             for (int c = 0; c < 64; c += 4) {
-                const __m128 v = _mm_loadu_ps(reinterpret_cast<const float*>(row + c));
-                _mm_store_ss(reinterpret_cast<float*>(b + kRev6.v[c]), v);
-                *reinterpret_cast<int*>(b + kRev6.v[c] + 32) = _mm_extract_ps(v, 1);
-                *reinterpret_cast<int*>(b + kRev6.v[c] + 16) = _mm_extract_ps(v, 2);
-                *reinterpret_cast<int*>(b + kRev6.v[c] + 48) = _mm_extract_ps(v, 3);
+                const auto v = L::load(reinterpret_cast<const float*>(row + c));
+                const auto w = L::reversePairs(v);  // elements 2, 3, 0, 1
+                S::store(reinterpret_cast<float*>(b + kRev6.v[c]), v);
+                S::store(reinterpret_cast<float*>(b + kRev6.v[c] + 32), L::dupIm(v));
+                S::store(reinterpret_cast<float*>(b + kRev6.v[c] + 16), w);
+                S::store(reinterpret_cast<float*>(b + kRev6.v[c] + 48), L::dupIm(w));
             }
         } else {
             static_assert(sizeof(E) == 16);
+            using L = Full<std::uint64_t>;
 #pragma GCC unroll 64
             for (int c = 0; c < 64; ++c)
-                _mm_store_si128(reinterpret_cast<__m128i*>(b + kRev6.v[c]),
-                                _mm_loadu_si128(reinterpret_cast<const __m128i*>(row + c)));
+                L::storea(reinterpret_cast<std::uint64_t*>(b + kRev6.v[c]),
+                          L::load(reinterpret_cast<const std::uint64_t*>(row + c)));
         }
     }
 }
@@ -525,32 +534,27 @@ inline void tileGather(const E* x, size_t rowStride, E* buf, const std::uint8_t*
 // x[r][c] = buf[c][r] for a 64 x 64 tile (rows of x rowStride elements apart).
 template <class E>
 inline void tileTransposeOut(const E* buf, E* x, size_t rowStride) {
-    if constexpr (sizeof(E) == 8) {
-        for (size_t r = 0; r < 64; r += 2)
-            for (size_t c = 0; c < 64; c += 2) {
-                const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(buf + c * 64 + r));
-                const __m128i b =
-                    _mm_loadu_si128(reinterpret_cast<const __m128i*>(buf + (c + 1) * 64 + r));
-                _mm_storeu_si128(reinterpret_cast<__m128i*>(x + r * rowStride + c), _mm_unpacklo_epi64(a, b));
-                _mm_storeu_si128(reinterpret_cast<__m128i*>(x + (r + 1) * rowStride + c),
-                                 _mm_unpackhi_epi64(a, b));
-            }
-    } else if constexpr (sizeof(E) == 4) {
-        for (size_t r = 0; r < 64; r += 4)
-            for (size_t c = 0; c < 64; c += 4) {
-                __m128 v[4];
-                for (int i = 0; i < 4; ++i)
-                    v[i] = _mm_loadu_ps(reinterpret_cast<const float*>(buf + (c + i) * 64 + r));
-                _MM_TRANSPOSE4_PS(v[0], v[1], v[2], v[3]);
-                for (int i = 0; i < 4; ++i)
-                    _mm_storeu_ps(reinterpret_cast<float*>(x + (r + i) * rowStride + c), v[i]);
-            }
-    } else {
-        static_assert(sizeof(E) == 16);
+    if constexpr (sizeof(E) == 16) {
+        using L = Full<std::uint64_t>;
         for (size_t r = 0; r < 64; ++r)
             for (size_t c = 0; c < 64; ++c)
-                _mm_storeu_si128(reinterpret_cast<__m128i*>(x + r * rowStride + c),
-                                 _mm_load_si128(reinterpret_cast<const __m128i*>(buf + c * 64 + r)));
+                L::store(reinterpret_cast<std::uint64_t*>(x + r * rowStride + c),
+                         L::loada(reinterpret_cast<const std::uint64_t*>(buf + c * 64 + r)));
+    } else {
+        // Blocks of N x N elements, one element being one lane of L.
+        using L = Full<std::conditional_t<sizeof(E) == 8, double, float>>;
+        using T = typename L::type;
+        static_assert(sizeof(E) == sizeof(T));
+        constexpr size_t N = L::N;
+        for (size_t r = 0; r < 64; r += N)
+            for (size_t c = 0; c < 64; c += N) {
+                typename L::R v[N];
+                for (size_t i = 0; i < N; ++i)
+                    v[i] = L::load(reinterpret_cast<const T*>(buf + (c + i) * 64 + r));
+                L::transpose(v);
+                for (size_t i = 0; i < N; ++i)
+                    L::store(reinterpret_cast<T*>(x + (r + i) * rowStride + c), v[i]);
+            }
     }
 }
 
@@ -560,7 +564,7 @@ template <class E>
 inline void prefetchTile(const E* x, size_t rowStride) {
     for (size_t a = 0; a < 64; ++a) {
         const char* row = reinterpret_cast<const char*>(x + a * rowStride);
-        for (size_t off = 0; off < 64 * sizeof(E); off += 64) _mm_prefetch(row + off, _MM_HINT_T0);
+        for (size_t off = 0; off < 64 * sizeof(E); off += 64) __builtin_prefetch(row + off, 0, 3);
     }
 }
 
@@ -597,6 +601,7 @@ void tileRevInPlace(E* x, int m, const std::int32_t* partner, const std::uint8_t
 template <class E>
 void tileRevSlices(const E* x, size_t rowStride, E* y, const std::uint8_t* rev6, E* buf) {
     static_assert(sizeof(E) == 16);
+    using L = Full<std::uint64_t>;  // one element per lane
     for (int j = 0; j < 4; ++j) {
         const E* xs = x + 16 * j;
         for (size_t a = 0; a < 64; ++a) {
@@ -604,8 +609,8 @@ void tileRevSlices(const E* x, size_t rowStride, E* y, const std::uint8_t* rev6,
             E* b = buf + rev6[a];
 #pragma GCC unroll 16
             for (int c = 0; c < 16; ++c)
-                _mm_store_si128(reinterpret_cast<__m128i*>(b + (kRev6.v[c] >> 2) * 64),
-                                _mm_loadu_si128(reinterpret_cast<const __m128i*>(row + c)));
+                L::storea(reinterpret_cast<std::uint64_t*>(b + (kRev6.v[c] >> 2) * 64),
+                          L::load(reinterpret_cast<const std::uint64_t*>(row + c)));
         }
         const size_t r0 = kRev6.v[j] >> 4;  // rev2(j)
         for (size_t c = 0; c < 16; ++c) {
@@ -613,8 +618,8 @@ void tileRevSlices(const E* x, size_t rowStride, E* y, const std::uint8_t* rev6,
             E* out = y + (4 * c + r0) * rowStride;
 #pragma GCC unroll 8
             for (int k = 0; k < 64; ++k)
-                _mm_storeu_si128(reinterpret_cast<__m128i*>(out + k),
-                                 _mm_load_si128(reinterpret_cast<const __m128i*>(b + k)));
+                L::store(reinterpret_cast<std::uint64_t*>(out + k),
+                         L::loada(reinterpret_cast<const std::uint64_t*>(b + k)));
         }
     }
 }
@@ -655,4 +660,4 @@ void bitReverse(const E* src, E* dst, int m, int copyFrom, const std::int32_t* p
     }
 }
 
-}  // namespace zvp::fft
+}  // namespace zvp::ZVP_LEVEL::fft

@@ -4,7 +4,7 @@
 
 #include "fftvec.h"
 
-namespace zvp::fft {
+namespace zvp::ZVP_LEVEL::fft {
 namespace detail {
 
 // Roots w_N^(b c) for the twiddle step of the vector kernels, lanes b.
@@ -31,18 +31,18 @@ struct SmallRoots {
 // X[c + M d] = sum_b w_W^(b d) w_N^(b c) [sum_a x[W a + b] w_M^(a c)].
 // The inner DFTs run lane by lane (lane b), the outer ones after a transpose.
 template <class V, bool INV, int N>
-inline void smallVec(const typename V::T* src, typename V::T* dst, bool scaled,
-                     typename V::T scale) {
-    using T = typename V::T;
+inline void smallVec(const typename V::type* src, typename V::type* dst, bool scaled,
+                     typename V::type scale) {
+    using T = typename V::type;
     using R = typename V::R;
-    constexpr int W = V::W, M = N / W;
+    constexpr int W = V::N, M = N / W;
     static_assert(M >= W);
     using Roots = SmallRoots<T, N, W>;
     CV<V> y[M];
     for (int a = 0; a < M; ++a) V::deinterleave(src + 2 * W * a, y[a].re, y[a].im);
     dftv<V, INV, M>(y);
     for (int c = 1; c < M; ++c)
-        y[c] = cmul<V, INV>(y[c], V::ld(Roots::tab.re[c]), V::ld(Roots::tab.im[c]));
+        y[c] = cmul<V, INV>(y[c], V::load(Roots::tab.re[c]), V::load(Roots::tab.im[c]));
     const R s = V::set1(scale);
     for (int c0 = 0; c0 < M; c0 += W) {
         R re[W], im[W];
@@ -64,28 +64,29 @@ inline void smallVec(const typename V::T* src, typename V::T* dst, bool scaled,
 
 template <class T, bool INV, int N>
 inline void smallScalar(const T* src, T* dst, bool scaled, T scale) {
-    using S = VS<T>;
+    using S = One<T>;
     CV<S> x[N];
-    for (int i = 0; i < N; ++i) x[i] = {src[2 * i], src[2 * i + 1]};
+    for (int i = 0; i < N; ++i) x[i] = {S::load(src + 2 * i), S::load(src + 2 * i + 1)};
     dftv<S, INV, N>(x);
+    const auto s = S::set1(scale);
     for (int i = 0; i < N; ++i) {
-        dst[2 * i] = scaled ? x[i].re * scale : x[i].re;
-        dst[2 * i + 1] = scaled ? x[i].im * scale : x[i].im;
+        S::store(dst + 2 * i, scaled ? S::mul(x[i].re, s) : x[i].re);
+        S::store(dst + 2 * i + 1, scaled ? S::mul(x[i].im, s) : x[i].im);
     }
 }
 
 template <class T, bool INV>
 inline void smallDir(const T* src, T* dst, int order, bool scaled, T scale) {
-    using V = typename VecOf<T>::type;
+    using V = Vec<T>;
     switch (order) {
         case 0: smallScalar<T, INV, 1>(src, dst, scaled, scale); break;
         case 1: smallScalar<T, INV, 2>(src, dst, scaled, scale); break;
         case 2:
-            if constexpr (V::W * V::W <= 4) smallVec<V, INV, 4>(src, dst, scaled, scale);
+            if constexpr (V::N * V::N <= 4) smallVec<V, INV, 4>(src, dst, scaled, scale);
             else smallScalar<T, INV, 4>(src, dst, scaled, scale);
             break;
         case 3:
-            if constexpr (V::W * V::W <= 8) smallVec<V, INV, 8>(src, dst, scaled, scale);
+            if constexpr (V::N * V::N <= 8) smallVec<V, INV, 8>(src, dst, scaled, scale);
             else smallScalar<T, INV, 8>(src, dst, scaled, scale);
             break;
         case 4: smallVec<V, INV, 16>(src, dst, scaled, scale); break;
@@ -105,4 +106,4 @@ inline void smallFft(const T* src, T* dst, int order, int sign, bool scaled, T s
     else detail::smallDir<T, false>(src, dst, order, scaled, scale);
 }
 
-}  // namespace zvp::fft
+}  // namespace zvp::ZVP_LEVEL::fft

@@ -12,9 +12,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "level.h"
 #include "zvps.h"
 
-namespace zvp::fft {
+namespace zvp::ZVP_LEVEL::fft {
 
 // Identity tags of the power-of-two FFT records.
 enum : std::int32_t {
@@ -263,4 +264,4 @@ inline Layout layoutFor(Prec p, int m) {
     return L;
 }
 
-}  // namespace zvp::fft
+}  // namespace zvp::ZVP_LEVEL::fft

@@ -1,104 +1,29 @@
-// Vector building blocks of the complex FFT: SSE traits for float (four
-// lanes) and double (two lanes), complex vectors held as separate real and
-// imaginary registers, small DFTs computed lane by lane across registers, and
-// the constant roots of unity of the fixed-size kernels.
+// Vector building blocks of the complex FFT: complex vectors held as separate
+// real and imaginary registers of the lane layer, small DFTs computed lane by
+// lane across registers, and the constant roots of unity of the fixed-size
+// kernels.
 //
-// Inside the engine complex data lives in "group" form: W consecutive
-// complex values are stored as W real parts followed by W imaginary parts,
+// Inside the engine complex data lives in "group" form: N consecutive complex
+// values (N the lane count) are stored as N real parts followed by N imaginary
+// parts,
 // so a group loads straight into one complex vector and butterflies need no
 // shuffles.
 #pragma once
-
-#include <immintrin.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <utility>
 
-namespace zvp::fft {
+#include "lane.h"
 
-// ---- Lane traits -----------------------------------------------------------
+namespace zvp::ZVP_LEVEL::fft {
 
-struct VF {
-    using T = float;
-    using R = __m128;
-    static constexpr int W = 4;
-    static constexpr int logW = 2;
-    static R ld(const T* p) { return _mm_loadu_ps(p); }
-    static R lda(const T* p) { return _mm_load_ps(p); }
-    static void st(T* p, R v) { _mm_storeu_ps(p, v); }
-    static R add(R a, R b) { return _mm_add_ps(a, b); }
-    static R sub(R a, R b) { return _mm_sub_ps(a, b); }
-    static R mul(R a, R b) { return _mm_mul_ps(a, b); }
-    static R set1(T x) { return _mm_set1_ps(x); }
-    static R zero() { return _mm_setzero_ps(); }
-    // (r0 i0 r1 i1)(r2 i2 r3 i3) at p -> (r0 r1 r2 r3), (i0 i1 i2 i3)
-    static void deinterleave(const T* p, R& re, R& im) {
-        const R a = ld(p), b = ld(p + 4);
-        re = _mm_shuffle_ps(a, b, _MM_SHUFFLE(2, 0, 2, 0));
-        im = _mm_shuffle_ps(a, b, _MM_SHUFFLE(3, 1, 3, 1));
-    }
-    static void interleave(T* p, R re, R im) {
-        st(p, _mm_unpacklo_ps(re, im));
-        st(p + 4, _mm_unpackhi_ps(re, im));
-    }
-    // Transposes W registers seen as a W x W matrix (row i = v[i]).
-    static void transpose(R* v) { _MM_TRANSPOSE4_PS(v[0], v[1], v[2], v[3]); }
-};
+// ---- Lanes -------------------------------------------------------------------
 
-struct VD {
-    using T = double;
-    using R = __m128d;
-    static constexpr int W = 2;
-    static constexpr int logW = 1;
-    static R ld(const T* p) { return _mm_loadu_pd(p); }
-    static R lda(const T* p) { return _mm_load_pd(p); }
-    static void st(T* p, R v) { _mm_storeu_pd(p, v); }
-    static R add(R a, R b) { return _mm_add_pd(a, b); }
-    static R sub(R a, R b) { return _mm_sub_pd(a, b); }
-    static R mul(R a, R b) { return _mm_mul_pd(a, b); }
-    static R set1(T x) { return _mm_set1_pd(x); }
-    static R zero() { return _mm_setzero_pd(); }
-    static void deinterleave(const T* p, R& re, R& im) {
-        const R a = ld(p), b = ld(p + 2);
-        re = _mm_unpacklo_pd(a, b);
-        im = _mm_unpackhi_pd(a, b);
-    }
-    static void interleave(T* p, R re, R im) {
-        st(p, _mm_unpacklo_pd(re, im));
-        st(p + 2, _mm_unpackhi_pd(re, im));
-    }
-    static void transpose(R* v) {
-        const R a = _mm_unpacklo_pd(v[0], v[1]);
-        const R b = _mm_unpackhi_pd(v[0], v[1]);
-        v[0] = a;
-        v[1] = b;
-    }
-};
-
-// One lane in a plain register: the same small DFTs on scalars.
-template <class TT>
-struct VS {
-    using T = TT;
-    using R = TT;
-    static constexpr int W = 1;
-    static R add(R a, R b) { return a + b; }
-    static R sub(R a, R b) { return a - b; }
-    static R mul(R a, R b) { return a * b; }
-    static R set1(T x) { return x; }
-    static R zero() { return T(0); }
-};
-
+// The engine works on full-width lanes of its element type; the small
+// kernels run the same DFTs on One<T>, a lane of one element.
 template <class T>
-struct VecOf;
-template <>
-struct VecOf<float> {
-    using type = VF;
-};
-template <>
-struct VecOf<double> {
-    using type = VD;
-};
+using Vec = Full<T>;
 
 // ---- Complex vectors ---------------------------------------------------------
 
@@ -176,7 +101,7 @@ constexpr T rootIm(int k) {
 // eighth roots take the short forms.
 template <class V, bool INV, int M, int K>
 inline CV<V> rotate(CV<V> x) {
-    using T = typename V::T;
+    using T = typename V::type;
     constexpr int k = ((K % M) + M) % M;
     if constexpr (k == 0) {
         return x;
@@ -262,4 +187,4 @@ template <class V, bool INV, int M>
     }
 }
 
-}  // namespace zvp::fft
+}  // namespace zvp::ZVP_LEVEL::fft

@@ -14,76 +14,47 @@
 // -32768 is 32767.
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "check.h"
 #include "p8.h"
-#include "simd.h"
+#include "lane.h"
 
 namespace zvp::p8 {
 namespace {
 
-// ---- conj of one pair, scalar ------------------------------------------
+// ---- lanes of pairs ------------------------------------------------------
+// conj() negates the imaginary part of every (re, im) pair in a lane (with
+// saturation for integers: the conjugate of -32768 is 32767); conjRev() also
+// reverses the order of the pairs of a full lane. The tails use the same
+// operations on a lane of one pair.
 
-inline float negate(float v) { return -v; }
-inline double negate(double v) { return -v; }
-inline Zvp16s negate(Zvp16s v) { return v == -32768 ? Zvp16s(32767) : Zvp16s(-v); }
-
-// ---- vector blocks of pairs --------------------------------------------
-// Each Block<T> moves V consecutive (re, im) pairs: load() reads them from
-// any address, store() writes them unchanged, storeConjRev() writes them in
-// reverse pair order with every imaginary part negated.
+template <class L>
+typename L::R conj(typename L::R v) {
+    if constexpr (std::is_floating_point_v<typename L::type>) return L::conj(v);
+    else return L::blend(v, L::subs(L::zero(), v), L::pair(0, -1));
+}
 
 template <class T>
-struct Block;
-
-template <>
-struct Block<float> {
-    static constexpr int V = 2;
-    __m128 v;
-    static Block load(const float* p) { return {_mm_loadu_ps(p)}; }
-    void store(float* p) const { _mm_storeu_ps(p, v); }
-    void storeConjRev(float* p) const {
-        const __m128 sign = _mm_castsi128_ps(_mm_setr_epi32(0, INT32_MIN, 0, INT32_MIN));
-        _mm_storeu_ps(p, _mm_xor_ps(_mm_shuffle_ps(v, v, _MM_SHUFFLE(1, 0, 3, 2)), sign));
+typename Full<T>::R conjRev(typename Full<T>::R v) {
+    using L = Full<T>;
+    if constexpr (std::is_floating_point_v<T>) {
+        return conj<L>(L::reversePairs(v));
+    } else {
+        static_assert(sizeof(T) == 2);  // a pair of 16-bit values is one 32-bit lane
+        return conj<L>(Full<std::int32_t>::reverse(v));
     }
-};
-
-template <>
-struct Block<double> {
-    static constexpr int V = 1;
-    __m128d v;
-    static Block load(const double* p) { return {_mm_loadu_pd(p)}; }
-    void store(double* p) const { _mm_storeu_pd(p, v); }
-    void storeConjRev(double* p) const {
-        _mm_storeu_pd(p, _mm_xor_pd(v, _mm_set_pd(-0.0, 0.0)));
-    }
-};
-
-template <>
-struct Block<Zvp16s> {
-    static constexpr int V = 4;
-    __m128i v;
-    static Block load(const Zvp16s* p) { return {simd::loadu(p)}; }
-    void store(Zvp16s* p) const { simd::storeu(p, v); }
-    void storeConjRev(Zvp16s* p) const {
-        const __m128i r = _mm_shuffle_epi32(v, _MM_SHUFFLE(0, 1, 2, 3));
-        const __m128i neg = _mm_subs_epi16(_mm_setzero_si128(), r);
-        simd::storeu(p, _mm_blend_epi16(r, neg, 0xAA));
-    }
-};
+}
 
 // d[j] = conj(s[count-1-j]) for j < count, pairs of T; s and d do not overlap.
 template <class T>
 void conjFlipPairs(const T* s, T* d, int count) {
-    constexpr int V = Block<T>::V;
+    using L = Full<T>;
+    using P = Pair<T>;
+    constexpr int V = L::N / 2;  // pairs per full lane
     int j = 0;
-    for (; j + V <= count; j += V)
-        Block<T>::load(s + 2 * (count - V - j)).storeConjRev(d + 2 * j);
-    for (; j < count; ++j) {
-        const T* p = s + 2 * (count - 1 - j);
-        d[2 * j] = p[0];
-        d[2 * j + 1] = negate(p[1]);
-    }
+    for (; j + V <= count; j += V) L::store(d + 2 * j, conjRev<T>(L::load(s + 2 * (count - V - j))));
+    for (; j < count; ++j) P::store(d + 2 * j, conj<P>(P::load(s + 2 * (count - 1 - j))));
 }
 
 // Pack and Perm expansion. Pair k (k = 1 .. (N-1)/2) is read at s + 2k + off,
@@ -92,7 +63,9 @@ void conjFlipPairs(const T* s, T* d, int count) {
 // sits at s[mid]. s may equal d.
 template <class T>
 void expandPacked(const T* s, T* d, int n, int off, int mid) {
-    constexpr int V = Block<T>::V;
+    using L = Full<T>;
+    using P = Pair<T>;
+    constexpr int V = L::N / 2;  // pairs per full lane
     if (n % 2 == 0) {
         const T m = s[mid];
         d[n] = m;
@@ -103,17 +76,14 @@ void expandPacked(const T* s, T* d, int n, int off, int mid) {
     // pair k-V+1 reaches up to value 2k+1, which an earlier block has read,
     // and the mirrored pairs N-k .. land above every packed value.
     for (; k >= V; k -= V) {
-        const auto b = Block<T>::load(s + 2 * (k - V + 1) + off);
-        b.store(d + 2 * (k - V + 1));
-        b.storeConjRev(d + 2 * (n - k));
+        const auto b = L::load(s + 2 * (k - V + 1) + off);
+        L::store(d + 2 * (k - V + 1), b);
+        L::store(d + 2 * (n - k), conjRev<T>(b));
     }
     for (; k >= 1; --k) {
-        const T re = s[2 * k + off];
-        const T im = s[2 * k + off + 1];
-        d[2 * k] = re;
-        d[2 * k + 1] = im;
-        d[2 * (n - k)] = re;
-        d[2 * (n - k) + 1] = negate(im);
+        const auto b = P::load(s + 2 * k + off);
+        P::store(d + 2 * k, b);
+        P::store(d + 2 * (n - k), conj<P>(b));
     }
     d[0] = s[0];
     d[1] = T(0);

@@ -10,7 +10,7 @@
 #include "p8.h"
 #include "workbuf.h"
 
-namespace zvp::fft {
+namespace zvp::ZVP_LEVEL::fft {
 namespace {
 
 template <class T>
@@ -50,7 +50,7 @@ constexpr int copyFromOrder() {
 // Interleaved complex source and destination.
 template <class T>
 struct Inter {
-    using V = typename VecOf<T>::type;
+    using V = Vec<T>;
     const T* s;
     T* d;
     InterIO<V> in() const { return {const_cast<T*>(s)}; }
@@ -75,7 +75,7 @@ struct Inter {
 // Split arrays: real parts and imaginary parts apart.
 template <class T>
 struct Split {
-    using V = typename VecOf<T>::type;
+    using V = Vec<T>;
     const T* sr;
     const T* si;
     T* dr;
@@ -124,7 +124,7 @@ const T* table(const SpecHeader* h, std::int32_t off) {
 template <bool INV, bool A, class D, class T>
 void runLarge(const SpecHeader* h, const D& d, T* work, bool scaled, T scale) {
     using V = typename D::V;
-    constexpr int W = V::W;
+    constexpr int W = V::N;
     const int m = h->order, b = h->blkOrder, r = m - b;
     const std::size_t R = std::size_t(1) << r, C = std::size_t(1) << b;
     const auto raw = d.raw();
@@ -167,7 +167,7 @@ void runLarge(const SpecHeader* h, const D& d, T* work, bool scaled, T scale) {
 template <bool INV, class D>
 ZvpStatus transform(const SpecHeader* h, const D& d, Zvp8u* pBuffer) {
     using V = typename D::V;
-    using T = typename V::T;
+    using T = typename V::type;
     constexpr Prec P = precOf<T>();
     const int m = h->order;
     const bool scaled = (INV ? h->invScaled : h->fwdScaled) != 0;
@@ -224,7 +224,7 @@ ZvpStatus split(std::int32_t tag, const T* pSrcRe, const T* pSrcIm, T* pDstRe, T
 }
 
 }  // namespace
-}  // namespace zvp::fft
+}  // namespace zvp::ZVP_LEVEL::fft
 
 namespace zvp::p8 {
 

@@ -10,7 +10,7 @@
 #include "p8.h"
 #include "workbuf.h"
 
-namespace zvp::fft {
+namespace zvp::ZVP_LEVEL::fft {
 namespace {
 
 // sin(2 pi k / 1024), k = 0..256, correctly rounded to single precision.
@@ -241,7 +241,7 @@ std::uint32_t bitrev(std::uint32_t v, int bits) {
 // Twiddles of the passes of a 2^k-point engine (layout in fftengine.h).
 template <class T>
 void buildEngineTwiddles(T* tw, int k, const BaseTable<T>& base) {
-    constexpr int W = VecOf<T>::type::W;
+    constexpr int W = Vec<T>::N;
     const std::int64_t nk = pow2(k), f = base.n / nk;
     const PassPlan plan = passPlan(PrecOf<T>::value, k);
     std::int64_t L = pow2(plan.bits[0]);
@@ -260,7 +260,7 @@ void buildEngineTwiddles(T* tw, int k, const BaseTable<T>& base) {
 // the pass reads them (see columnPass in fftengine.h).
 template <class T>
 void buildColumnTwiddles(T* tw, int m, int r, const BaseTable<T>& base) {
-    constexpr int W = VecOf<T>::type::W;
+    constexpr int W = Vec<T>::N;
     const std::int64_t n = pow2(m), R = pow2(r), f = base.n / n;
     const int phases = (m - r) / 4;
     // roots of the radix-4 pass st at row offset rr for the columns of one strip
@@ -304,7 +304,7 @@ void buildTileTables(SpecHeader* h, const Layout& L, int m) {
 template <class T>
 void buildTables(SpecHeader* h, int m, const BaseTable<T>& base) {
     constexpr Prec P = PrecOf<T>::value;
-    constexpr int W = VecOf<T>::type::W;
+    constexpr int W = Vec<T>::N;
     const Layout L = layoutFor(P, m);
     // Where the first pass (butterflies of 2^lp points) puts butterfly k =
     // g W: 2^lp bitrev(k).
@@ -458,7 +458,7 @@ ZvpStatus bufSize(std::int32_t tag, const Spec* pSpec, int* pSize) {
 }
 
 }  // namespace
-}  // namespace zvp::fft
+}  // namespace zvp::ZVP_LEVEL::fft
 
 namespace zvp::p8 {
 

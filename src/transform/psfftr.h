@@ -15,9 +15,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "level.h"
 #include "zvps.h"
 
-namespace zvp::fftr {
+namespace zvp::ZVP_LEVEL::fftr {
 
 // The three layouts of a real spectrum.
 enum class Layout { Ccs, Pack, Perm };
@@ -84,4 +85,4 @@ void smallRealForward(const T* x, T* ccs, int order);
 template <class T>
 void smallRealInverse(const T* ccs, T* x, int order);
 
-}  // namespace zvp::fftr
+}  // namespace zvp::ZVP_LEVEL::fftr

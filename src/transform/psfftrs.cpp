@@ -5,7 +5,7 @@
 
 #include "psfftr.h"
 
-namespace zvp::fftr {
+namespace zvp::ZVP_LEVEL::fftr {
 namespace {
 
 // cos(2 pi j / 64) for j = 0 .. 16.
@@ -163,4 +163,4 @@ template void smallRealForward<double>(const double*, double*, int);
 template void smallRealInverse<float>(const float*, float*, int);
 template void smallRealInverse<double>(const double*, double*, int);
 
-}  // namespace zvp::fftr
+}  // namespace zvp::ZVP_LEVEL::fftr

@@ -18,72 +18,35 @@
 #include "check.h"
 #include "p8.h"
 #include "scale.h"
-#include "simd.h"
+#include "lane.h"
 
 namespace zvp::p8 {
 namespace {
 
 // ---- complex products of (re, im) pairs ---------------------------------
 // d[j] = a[j] * b[j] (Conj: a[j] * conj(b[j])) for `pairs` pairs; the arrays
-// may coincide element for element. Vector and scalar paths compute the same
-// roundings: re = ar*br - ai*bi, im = ar*bi + ai*br.
+// may coincide element for element. The body runs on full lanes and the tail
+// on one pair, with the same instructions: re = ar*br - ai*bi,
+// im = ar*bi + ai*br.
 
-template <bool Conj>
-inline void mulPairOne(const float* a, const float* b, float* d) {
-    const float ar = a[0], ai = a[1];
-    const float br = b[0], bi = Conj ? -b[1] : b[1];
-    d[0] = ar * br - ai * bi;
-    d[1] = ar * bi + ai * br;
-}
-template <bool Conj>
-inline void mulPairOne(const double* a, const double* b, double* d) {
-    const double ar = a[0], ai = a[1];
-    const double br = b[0], bi = Conj ? -b[1] : b[1];
-    d[0] = ar * br - ai * bi;
-    d[1] = ar * bi + ai * br;
+template <class L, bool Conj, class T>
+inline void mulPairsStep(const T* a, const T* b, T* d) {
+    auto y = L::load(b);
+    if constexpr (Conj) y = L::conj(y);
+    L::store(d, L::cmul(L::load(a), y));
 }
 
-template <bool Conj>
-inline __m128 mulPairs(__m128 a, __m128 b) {
-    if constexpr (Conj) b = _mm_xor_ps(b, _mm_castsi128_ps(_mm_setr_epi32(0, INT32_MIN, 0, INT32_MIN)));
-    const __m128 t1 = _mm_mul_ps(_mm_moveldup_ps(a), b);                   // ar*br, ar*bi
-    const __m128 bs = _mm_shuffle_ps(b, b, _MM_SHUFFLE(2, 3, 0, 1));       // bi, br
-    const __m128 t2 = _mm_mul_ps(_mm_movehdup_ps(a), bs);                  // ai*bi, ai*br
-    return _mm_addsub_ps(t1, t2);
-}
-template <bool Conj>
-inline __m128d mulPairs(__m128d a, __m128d b) {
-    if constexpr (Conj) b = _mm_xor_pd(b, _mm_set_pd(-0.0, 0.0));
-    const __m128d t1 = _mm_mul_pd(_mm_movedup_pd(a), b);
-    const __m128d bs = _mm_shuffle_pd(b, b, 1);
-    const __m128d t2 = _mm_mul_pd(_mm_unpackhi_pd(a, a), bs);
-    return _mm_addsub_pd(t1, t2);
-}
-
-template <bool Conj>
-void mulPairsKernel(const float* a, const float* b, float* d, int pairs) {
+template <bool Conj, class T>
+void mulPairsKernel(const T* a, const T* b, T* d, int pairs) {
+    using F = Full<T>;
+    constexpr int k = F::N / 2;  // pairs per register
     int j = 0;
-    for (; j + 4 <= pairs; j += 4) {
-        const __m128 x0 = mulPairs<Conj>(_mm_loadu_ps(a + 2 * j), _mm_loadu_ps(b + 2 * j));
-        const __m128 x1 = mulPairs<Conj>(_mm_loadu_ps(a + 2 * j + 4), _mm_loadu_ps(b + 2 * j + 4));
-        _mm_storeu_ps(d + 2 * j, x0);
-        _mm_storeu_ps(d + 2 * j + 4, x1);
+    for (; j + 2 * k <= pairs; j += 2 * k) {
+        mulPairsStep<F, Conj>(a + 2 * j, b + 2 * j, d + 2 * j);
+        mulPairsStep<F, Conj>(a + 2 * j + 2 * k, b + 2 * j + 2 * k, d + 2 * j + 2 * k);
     }
-    for (; j + 2 <= pairs; j += 2)
-        _mm_storeu_ps(d + 2 * j, mulPairs<Conj>(_mm_loadu_ps(a + 2 * j), _mm_loadu_ps(b + 2 * j)));
-    for (; j < pairs; ++j) mulPairOne<Conj>(a + 2 * j, b + 2 * j, d + 2 * j);
-}
-
-template <bool Conj>
-void mulPairsKernel(const double* a, const double* b, double* d, int pairs) {
-    int j = 0;
-    for (; j + 2 <= pairs; j += 2) {
-        const __m128d x0 = mulPairs<Conj>(_mm_loadu_pd(a + 2 * j), _mm_loadu_pd(b + 2 * j));
-        const __m128d x1 = mulPairs<Conj>(_mm_loadu_pd(a + 2 * j + 2), _mm_loadu_pd(b + 2 * j + 2));
-        _mm_storeu_pd(d + 2 * j, x0);
-        _mm_storeu_pd(d + 2 * j + 2, x1);
-    }
-    for (; j < pairs; ++j) mulPairOne<Conj>(a + 2 * j, b + 2 * j, d + 2 * j);
+    for (; j + k <= pairs; j += k) mulPairsStep<F, Conj>(a + 2 * j, b + 2 * j, d + 2 * j);
+    for (; j < pairs; ++j) mulPairsStep<Pair<T>, Conj>(a + 2 * j, b + 2 * j, d + 2 * j);
 }
 
 // Integer pairs: exact products in 64 bits, then the scale rule.

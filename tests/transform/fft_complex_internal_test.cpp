@@ -18,7 +18,7 @@
 
 namespace {
 
-using namespace zvp::fft;
+using namespace zvp::p8::fft;
 using cld = std::complex<long double>;
 
 template <class T>

@@ -59,14 +59,14 @@ TYPED_TEST(RealKernelTest, SmallKernelsMatchTheDft) {
         const int n = 1 << m;
         const auto x = randomSignal<T>(n, 10 + m);
         std::vector<T> X(n + 2, T(9));
-        zvp::fftr::smallRealForward(x.data(), X.data(), m);
+        zvp::p8::fftr::smallRealForward(x.data(), X.data(), m);
         EXPECT_LT(relErr(X.data(), halfSpectrum(x)), 8 * eps) << "order " << m;
         EXPECT_EQ(X[1], T(0));
         if (n > 1) {
             EXPECT_EQ(X[n + 1], T(0));
         }
         std::vector<T> back(n);
-        zvp::fftr::smallRealInverse(X.data(), back.data(), m);
+        zvp::p8::fftr::smallRealInverse(X.data(), back.data(), m);
         for (int i = 0; i < n; ++i) EXPECT_NEAR(back[i] / n, x[i], 8 * eps) << "order " << m;
     }
 }
@@ -147,9 +147,9 @@ TYPED_TEST(RealKernelTest, RecombinationPassesEveryShape) {
                     T* dst = inPlace ? in.data() : out.data();
                     const T two = T(2);
                     if (variant == 0)
-                        zvp::fftr::recombineForward(in.data(), dst, n, 0, shift, tab.data(), two, true);
+                        zvp::p8::fftr::recombineForward(in.data(), dst, n, 0, shift, tab.data(), two, true);
                     else
-                        zvp::fftr::recombineForwardSplit(in.data(), dst, n, 0, shift, split.data(),
+                        zvp::p8::fftr::recombineForwardSplit(in.data(), dst, n, 0, shift, split.data(),
                                                          split.data() + 16384 / sizeof(T), two, true);
                     // Pairs k = 1 .. N/2-1 sit at 2k + shift; the ends stay for the caller.
                     std::vector<T> pairs(n + 2, T(0));
@@ -168,9 +168,9 @@ TYPED_TEST(RealKernelTest, RecombinationPassesEveryShape) {
                     }
                     T* idst = inPlace ? xin.data() : xout.data();
                     if (variant == 0)
-                        zvp::fftr::recombineInverse(xin.data(), idst, n, shift, 0, tab.data(), T(1));
+                        zvp::p8::fftr::recombineInverse(xin.data(), idst, n, shift, 0, tab.data(), T(1));
                     else
-                        zvp::fftr::recombineInverseSplit(xin.data(), idst, n, shift, 0, split.data(),
+                        zvp::p8::fftr::recombineInverseSplit(xin.data(), idst, n, shift, 0, split.data(),
                                                          split.data() + 16384 / sizeof(T), T(1));
                     std::vector<cld> zw(Z.begin(), Z.end());
                     zw[0] = 0;
