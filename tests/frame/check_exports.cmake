@@ -1,7 +1,9 @@
 # Fails unless three sets of names are equal: the functions the public header
 # declares, the X(name) lines of the export list, and the functions the
 # built library exports (nm -D --defined-only). The core library must export
-# exactly its seven functions.
+# exactly its seven functions. Per family, the header zvps_<family>.h must
+# declare exactly the names of exports/<family>.def and compile on its own,
+# included twice, as C99 and as C++.
 execute_process(COMMAND ${CC} -E -P -I${INCLUDE} ${HEADER}
   OUTPUT_VARIABLE pp RESULT_VARIABLE rc)
 if(rc)
@@ -70,9 +72,57 @@ function(compare a_name b_name)
 endfunction()
 compare(header_names def_names)
 
+# Family by family: the names a family header declares in its own text (its
+# includes aside) against its .def.
+file(READ ${DEF} master)
+string(REGEX REPLACE "/\\*([^*]|\\*+[^*/])*\\*+/" "" master "${master}")
+string(REGEX MATCHALL "#include \"exports/[A-Za-z0-9_]+\\.def\"" includes "${master}")
+get_filename_component(def_dir ${DEF} DIRECTORY)
+foreach(inc IN LISTS includes)
+  string(REGEX REPLACE ".*exports/([A-Za-z0-9_]+)\\.def.*" "\\1" family "${inc}")
+  list_names(${def_dir}/exports/${family}.def ${family}_list)
+  set(family_header ${INCLUDE}/zvps_${family}.h)
+  if(NOT EXISTS ${family_header})
+    message(SEND_ERROR "family ${family} has no header zvps_${family}.h")
+    continue()
+  endif()
+  file(READ ${family_header} text)
+  string(REGEX REPLACE "/\\*([^*]|\\*+[^*/])*\\*+/" "" text "${text}")
+  string(REGEX MATCHALL "zvps[A-Za-z0-9_]*[ \t\n]*\\(" decls "${text}")
+  set(${family}_header)
+  foreach(d IN LISTS decls)
+    string(REGEX REPLACE "[ \t\n]*\\($" "" n "${d}")
+    list(APPEND ${family}_header ${n})
+  endforeach()
+  compare(${family}_header ${family}_list)
+
+  # Each family header stands alone, as C99 and as C++, and a second
+  # inclusion adds nothing.
+  set(probe ${CMAKE_CURRENT_BINARY_DIR}/zvps_${family}_alone)
+  file(WRITE ${probe}.c "#include \"zvps_${family}.h\"\n#include \"zvps_${family}.h\"\n")
+  execute_process(COMMAND ${CC} -E -P -I${INCLUDE} ${probe}.c OUTPUT_VARIABLE pp)
+  string(REGEX MATCHALL "zvps[A-Za-z0-9_]*[ \t\n]*\\(" twice "${pp}")
+  list(LENGTH twice n_twice)
+  list(LENGTH ${family}_header n_once)
+  if(NOT n_twice EQUAL n_once)
+    message(SEND_ERROR "zvps_${family}.h declares its functions again when included twice")
+  endif()
+  foreach(lang "-xc;-std=c99" "-xc++;-std=c++20")
+    execute_process(COMMAND ${CC} ${lang} -pedantic -Wall -Wextra -Werror -fsyntax-only
+                            -I${INCLUDE} ${probe}.c
+      RESULT_VARIABLE rc ERROR_VARIABLE err)
+    if(rc)
+      message(SEND_ERROR "zvps_${family}.h alone (${lang}): ${err}")
+    endif()
+  endforeach()
+endforeach()
+list(LENGTH includes family_count)
+if(family_count EQUAL 0)
+  message(SEND_ERROR "no family lists included by ${DEF}")
+endif()
 compare(def_names lib_names)
 set(core_expected zvpMalloc zvpFree zvpAlignPtr zvpGetCpuFeatures zvpGetEnabledCpuFeatures
     ownGetFeature zvpGetStatusString)
 compare(core_names core_expected)
 list(LENGTH def_names count)
-message(STATUS "${count} exports: header, export list and library agree")
+message(STATUS "${count} exports in ${family_count} families: headers, export lists and library agree")
