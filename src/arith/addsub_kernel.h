@@ -30,7 +30,7 @@
 #include "scale.h"
 #include "scale_sse.h"
 #include "check.h"
-#include "p8.h"
+#include "p8/copy.h"
 #include "simd.h"
 #include "zvps.h"
 

@@ -10,7 +10,8 @@
 #include "addsub_kernel.h"
 #include "check.h"
 #include "int128.h"
-#include "p8.h"
+#include "p8/addsub.h"
+#include "p8/copy.h"
 #include "scale.h"
 #include "simd.h"
 

@@ -16,7 +16,7 @@
 #include <cstring>
 
 #include "check.h"
-#include "p8.h"
+#include "p8/fftreal.h"
 #include "simd.h"
 
 namespace zvp::p8 {
