@@ -28,7 +28,7 @@
 #include "forms.h"
 #include "lane_scale.h"
 #include "level.h"
-#include "p8.h"
+#include "p8/copy.h"
 #include "scale.h"
 #include "zvps.h"
 

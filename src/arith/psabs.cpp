@@ -7,7 +7,7 @@
 #include <type_traits>
 
 #include "check.h"
-#include "p8.h"
+#include "p8/powers.h"
 #include "simd.h"
 
 namespace zvp::p8 {

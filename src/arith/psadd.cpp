@@ -11,7 +11,8 @@
 #include "addsub_kernel.h"
 #include "forms.h"
 #include "int128.h"
-#include "p8.h"
+#include "p8/addsub.h"
+#include "p8/copy.h"
 #include "scale.h"
 
 namespace zvp::p8 {

@@ -6,7 +6,8 @@
 #include "check.h"
 #include "muldiv_float.h"
 #include "muldiv_kernel.h"
-#include "p8.h"
+#include "p8/copy.h"
+#include "p8/muldiv.h"
 
 namespace zvp::p8 {
 namespace {

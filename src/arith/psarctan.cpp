@@ -6,7 +6,7 @@
 
 #include "check.h"
 #include "mathpoly.h"
-#include "p8.h"
+#include "p8/powers.h"
 
 namespace zvp::p8 {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "check.h"
-#include "p8.h"
+#include "p8/frame.h"
 
 namespace zvp::p8 {
 

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "check.h"
-#include "p8.h"
+#include "p8/copy.h"
 #include "simd.h"
 
 namespace zvp::p8 {

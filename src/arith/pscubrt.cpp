@@ -9,7 +9,7 @@
 
 #include "check.h"
 #include "introot.h"
-#include "p8.h"
+#include "p8/powers.h"
 
 namespace zvp::p8 {
 

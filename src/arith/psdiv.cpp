@@ -16,7 +16,7 @@
 #include "check.h"
 #include "div_kernel.h"
 #include "muldiv_float.h"
-#include "p8.h"
+#include "p8/muldiv.h"
 
 namespace zvp::p8 {
 namespace {

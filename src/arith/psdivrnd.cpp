@@ -15,7 +15,7 @@
 // the zero and bound paths of Div.
 #include "check.h"
 #include "div_kernel.h"
-#include "p8.h"
+#include "p8/muldiv.h"
 
 namespace zvp::p8 {
 namespace {

@@ -10,7 +10,7 @@
 #include "check.h"
 #include "ddmath.h"
 #include "fpguard.h"
-#include "p8.h"
+#include "p8/powers.h"
 
 namespace zvp::p8 {
 namespace {

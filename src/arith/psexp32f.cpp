@@ -3,7 +3,7 @@
 // NaN).
 #include "check.h"
 #include "mathpoly.h"
-#include "p8.h"
+#include "p8/powers.h"
 
 namespace zvp::p8 {
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "check.h"
-#include "p8.h"
+#include "p8/copy.h"
 #include "simd.h"
 
 namespace zvp::p8 {

@@ -29,7 +29,7 @@
 #include "ddmath.h"
 #include "fpguard.h"
 #include "mathpoly.h"
-#include "p8.h"
+#include "p8/powers.h"
 #include "simd.h"
 
 namespace zvp::p8 {

@@ -6,7 +6,7 @@
 #include <type_traits>
 
 #include "check.h"
-#include "p8.h"
+#include "p8/logic.h"
 #include "samebits.h"
 #include "simd.h"
 

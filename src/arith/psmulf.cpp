@@ -9,7 +9,7 @@
 #include "check.h"
 #include "forms.h"
 #include "muldiv_float.h"
-#include "p8.h"
+#include "p8/muldiv.h"
 
 namespace zvp::p8 {
 namespace {

@@ -11,7 +11,7 @@
 #include <cstdint>
 
 #include "check.h"
-#include "p8.h"
+#include "p8/powers.h"
 #include "simd.h"
 
 namespace zvp::p8 {

@@ -18,7 +18,7 @@
 #include <climits>
 
 #include "check.h"
-#include "p8.h"
+#include "p8/logic.h"
 #include "samebits.h"
 #include "simd.h"
 

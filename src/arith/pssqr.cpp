@@ -11,7 +11,7 @@
 #include <type_traits>
 
 #include "check.h"
-#include "p8.h"
+#include "p8/powers.h"
 #include "scale.h"
 #include "simd.h"
 

@@ -29,7 +29,7 @@
 
 #include "check.h"
 #include "introot.h"
-#include "p8.h"
+#include "p8/powers.h"
 #include "simd.h"
 
 namespace zvp::p8 {

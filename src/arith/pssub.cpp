@@ -7,7 +7,8 @@
 // IEEE subtraction.
 #include "addsub_kernel.h"
 #include "forms.h"
-#include "p8.h"
+#include "p8/addsub.h"
+#include "p8/copy.h"
 
 namespace zvp::p8 {
 namespace {

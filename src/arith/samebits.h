@@ -6,7 +6,7 @@
 
 #include <type_traits>
 
-#include "p8.h"
+#include "p8/copy.h"
 
 namespace zvp::p8 {
 

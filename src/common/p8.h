@@ -1,7 +1,8 @@
 // Declarations of the p8 implementations of every export, with exactly the
-// function types of the public declarations. Library code that builds on
-// another operation calls it here (zvp::p8::zvpsCopy_16s) rather than through
-// the exported forwarder.
+// function types of the public declarations; slots.cpp takes their
+// addresses. Implementation sources include the declarations of one family
+// from p8/<family>.h instead, so that an edit to one family's export list
+// rebuilds that family and not the whole library.
 #pragma once
 
 #include <type_traits>

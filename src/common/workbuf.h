@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "p8.h"
+#include "p8/frame.h"
 
 namespace zvp {
 

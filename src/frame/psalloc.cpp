@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "zvpcore.h"
-#include "zvps.h"
+#include "p8/frame.h"
 
 namespace zvp::p8 {
 namespace {

@@ -1,7 +1,7 @@
 // The two constant version records. They differ only in the name, whose "+"
 // tells that the processor has the feature of mask 0x80 (AVX).
 #include "zvpcore.h"
-#include "zvps.h"
+#include "p8/frame.h"
 
 namespace {
 

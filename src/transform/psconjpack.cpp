@@ -17,8 +17,8 @@
 #include <type_traits>
 
 #include "check.h"
-#include "p8.h"
 #include "lane.h"
+#include "p8/fftreal.h"
 
 namespace zvp::p8 {
 namespace {

@@ -7,7 +7,7 @@
 #include "fftengine.h"
 #include "fftsmall.h"
 #include "fftspec.h"
-#include "p8.h"
+#include "p8/fft.h"
 #include "workbuf.h"
 
 namespace zvp::ZVP_LEVEL::fft {

@@ -7,7 +7,8 @@
 #include "check.h"
 #include "fftspec.h"
 #include "fftvec.h"
-#include "p8.h"
+#include "p8/fft.h"
+#include "p8/frame.h"
 #include "workbuf.h"
 
 namespace zvp::ZVP_LEVEL::fft {

@@ -16,7 +16,9 @@
 #include "check.h"
 #include "fftsmall.h"
 #include "fftspec.h"
-#include "p8.h"
+#include "p8/fft.h"
+#include "p8/fftreal.h"
+#include "p8/frame.h"
 #include "psfftr.h"
 #include "workbuf.h"
 

@@ -16,7 +16,7 @@
 #include <cstdint>
 
 #include "check.h"
-#include "p8.h"
+#include "p8/fftreal.h"
 #include "scale.h"
 #include "lane.h"
 

@@ -1,7 +1,9 @@
 # Fails unless three sets of names are equal: the functions the public header
 # declares, the X(name) lines of the export list, and the functions the
 # built library exports (nm -D --defined-only). The core library must export
-# exactly its seven functions.
+# exactly its seven functions. Per family, the header zvps_<family>.h must
+# declare exactly the names of exports/<family>.def and compile on its own,
+# included twice, as C99 and as C++.
 execute_process(COMMAND ${CC} -E -P -I${INCLUDE} ${HEADER}
   OUTPUT_VARIABLE pp RESULT_VARIABLE rc)
 if(rc)
@@ -16,14 +18,22 @@ foreach(d IN LISTS decls)
   endif()
 endforeach()
 
-file(READ ${DEF} def)
-string(REGEX REPLACE "/\\*([^*]|\\*+[^*/])*\\*+/" "" def "${def}")
-string(REGEX MATCHALL "X\\([A-Za-z0-9_]+\\)" items "${def}")
-set(def_names)
-foreach(i IN LISTS items)
-  string(REGEX REPLACE "X\\(([A-Za-z0-9_]+)\\)" "\\1" n "${i}")
-  list(APPEND def_names ${n})
-endforeach()
+# The names of the X(name) lines of a list, read through the preprocessor as
+# the forwarders and slots read it (comments dropped, includes followed).
+function(list_names file out)
+  execute_process(COMMAND ${CC} -E -P -x c ${file} OUTPUT_VARIABLE text RESULT_VARIABLE rc)
+  if(rc)
+    message(FATAL_ERROR "preprocessing ${file} failed")
+  endif()
+  string(REGEX MATCHALL "X\\([A-Za-z0-9_]+\\)" items "${text}")
+  set(names)
+  foreach(i IN LISTS items)
+    string(REGEX REPLACE "X\\(([A-Za-z0-9_]+)\\)" "\\1" n "${i}")
+    list(APPEND names ${n})
+  endforeach()
+  set(${out} ${names} PARENT_SCOPE)
+endfunction()
+list_names(${DEF} def_names)
 
 function(dynamic_symbols lib out)
   execute_process(COMMAND ${NM} -D --defined-only ${lib} OUTPUT_VARIABLE syms RESULT_VARIABLE rc)
@@ -61,9 +71,58 @@ function(compare a_name b_name)
   endif()
 endfunction()
 compare(header_names def_names)
+
+# Family by family: the names a family header declares in its own text (its
+# includes aside) against its .def.
+file(READ ${DEF} master)
+string(REGEX REPLACE "/\\*([^*]|\\*+[^*/])*\\*+/" "" master "${master}")
+string(REGEX MATCHALL "#include \"exports/[A-Za-z0-9_]+\\.def\"" includes "${master}")
+get_filename_component(def_dir ${DEF} DIRECTORY)
+foreach(inc IN LISTS includes)
+  string(REGEX REPLACE ".*exports/([A-Za-z0-9_]+)\\.def.*" "\\1" family "${inc}")
+  list_names(${def_dir}/exports/${family}.def ${family}_list)
+  set(family_header ${INCLUDE}/zvps_${family}.h)
+  if(NOT EXISTS ${family_header})
+    message(SEND_ERROR "family ${family} has no header zvps_${family}.h")
+    continue()
+  endif()
+  file(READ ${family_header} text)
+  string(REGEX REPLACE "/\\*([^*]|\\*+[^*/])*\\*+/" "" text "${text}")
+  string(REGEX MATCHALL "zvps[A-Za-z0-9_]*[ \t\n]*\\(" decls "${text}")
+  set(${family}_header)
+  foreach(d IN LISTS decls)
+    string(REGEX REPLACE "[ \t\n]*\\($" "" n "${d}")
+    list(APPEND ${family}_header ${n})
+  endforeach()
+  compare(${family}_header ${family}_list)
+
+  # Each family header stands alone, as C99 and as C++, and a second
+  # inclusion adds nothing.
+  set(probe ${CMAKE_CURRENT_BINARY_DIR}/zvps_${family}_alone)
+  file(WRITE ${probe}.c "#include \"zvps_${family}.h\"\n#include \"zvps_${family}.h\"\n")
+  execute_process(COMMAND ${CC} -E -P -I${INCLUDE} ${probe}.c OUTPUT_VARIABLE pp)
+  string(REGEX MATCHALL "zvps[A-Za-z0-9_]*[ \t\n]*\\(" twice "${pp}")
+  list(LENGTH twice n_twice)
+  list(LENGTH ${family}_header n_once)
+  if(NOT n_twice EQUAL n_once)
+    message(SEND_ERROR "zvps_${family}.h declares its functions again when included twice")
+  endif()
+  foreach(lang "-xc;-std=c99" "-xc++;-std=c++20")
+    execute_process(COMMAND ${CC} ${lang} -pedantic -Wall -Wextra -Werror -fsyntax-only
+                            -I${INCLUDE} ${probe}.c
+      RESULT_VARIABLE rc ERROR_VARIABLE err)
+    if(rc)
+      message(SEND_ERROR "zvps_${family}.h alone (${lang}): ${err}")
+    endif()
+  endforeach()
+endforeach()
+list(LENGTH includes family_count)
+if(family_count EQUAL 0)
+  message(SEND_ERROR "no family lists included by ${DEF}")
+endif()
 compare(def_names lib_names)
 set(core_expected zvpMalloc zvpFree zvpAlignPtr zvpGetCpuFeatures zvpGetEnabledCpuFeatures
     ownGetFeature zvpGetStatusString)
 compare(core_names core_expected)
 list(LENGTH def_names count)
-message(STATUS "${count} exports: header, export list and library agree")
+message(STATUS "${count} exports in ${family_count} families: headers, export lists and library agree")
