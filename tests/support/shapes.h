@@ -622,6 +622,10 @@ inline void checkSingles(const Row& r) {
                 Frame f(r, 1, data, i);
                 st[i] = f.run(1, v);
                 one[i] = f.written();
+                if (st[i] < 0) {
+                    ZVP_SHAPE_FAIL("singles", r) << "status " << st[i] << " for accepted values" << describe(v, r);
+                    return;
+                }
             }
             for (int n : lengths()) {
                 Frame f(r, n, data, 0, n);
