@@ -1,8 +1,7 @@
-// Add, AddC, Sub, SubC and SubCRev: every integer form against an exact
-// oracle of the scaling rule, over every scale-factor path, lengths that
-// straddle the vector widths, misaligned pointers and in place; float forms
-// against the same IEEE expression evaluated here; statuses, check order and
-// untouched destinations on error.
+// Add, AddC, Sub, SubC and SubCRev: every integer form against the exact
+// scale rule over every scale-factor path, in and out of place; float forms
+// against the same IEEE expression evaluated here. Check order, lengths and
+// alignment are the shape table's (tests/shapes).
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -15,118 +14,17 @@
 #include <vector>
 
 #include "sentinel.h"
+#include "wide_int.h"
 #include "zvps.h"
 
 namespace {
 
 using zvp::test::GuardedBuffer;
 
-// ---- Oracles ---------------------------------------------------------------
-
-// The rule for |R| < 2^40: R * 2^-sf is exact in long double (64-bit
-// significand), nearbyintl rounds it to nearest with ties to even (the
-// default rounding mode), then the result is clamped to D.
+// The scale rule (wide_int.h) on R given as a 64-bit value.
 template <class D>
 D refScale(std::int64_t r, int sf) {
-    const int e = sf > 200 ? 200 : (sf < -200 ? -200 : sf);
-    long double x = std::nearbyint(std::ldexp(static_cast<long double>(r), -e));
-    const long double lo = static_cast<long double>(std::numeric_limits<D>::min());
-    const long double hi = static_cast<long double>(std::numeric_limits<D>::max());
-    if (x < lo) x = lo;
-    if (x > hi) x = hi;
-    return static_cast<D>(x);
-}
-
-// The rule for 64-bit operands, whose exact sum needs 65 bits: sign and
-// magnitude in three 32-bit limbs, shifted one bit at a time with a round
-// bit and a sticky bit.
-struct Mag {
-    bool neg = false;
-    std::uint32_t limb[3] = {0, 0, 0};  // least significant first
-
-    bool zero() const { return (limb[0] | limb[1] | limb[2]) == 0; }
-    std::uint32_t shr1() {  // returns the bit shifted out
-        const std::uint32_t out = limb[0] & 1;
-        limb[0] = (limb[0] >> 1) | (limb[1] << 31);
-        limb[1] = (limb[1] >> 1) | (limb[2] << 31);
-        limb[2] >>= 1;
-        return out;
-    }
-    void shl1() {
-        limb[2] = (limb[2] << 1) | (limb[1] >> 31);
-        limb[1] = (limb[1] << 1) | (limb[0] >> 31);
-        limb[0] <<= 1;
-    }
-    void inc() {
-        for (auto& l : limb)
-            if (++l != 0) break;
-    }
-    // True when the magnitude exceeds m.
-    bool above(std::uint64_t m) const {
-        if (limb[2]) return true;
-        return ((std::uint64_t(limb[1]) << 32) | limb[0]) > m;
-    }
-    std::uint64_t low64() const { return (std::uint64_t(limb[1]) << 32) | limb[0]; }
-};
-
-Mag magOfSum(std::int64_t a, std::int64_t b, bool aUnsigned, std::uint64_t au, std::uint64_t bu) {
-    // Adds two values given as signed or unsigned 64-bit, exactly.
-    Mag m;
-    if (aUnsigned) {
-        const std::uint64_t lo = au + bu;
-        m.limb[0] = std::uint32_t(lo);
-        m.limb[1] = std::uint32_t(lo >> 32);
-        m.limb[2] = lo < au ? 1u : 0u;
-        return m;
-    }
-    // Signed: magnitudes and signs, then add or subtract magnitudes.
-    const bool na = a < 0, nb = b < 0;
-    const std::uint64_t ma = na ? 0 - std::uint64_t(a) : std::uint64_t(a);
-    const std::uint64_t mb = nb ? 0 - std::uint64_t(b) : std::uint64_t(b);
-    if (na == nb) {
-        const std::uint64_t lo = ma + mb;
-        m.limb[0] = std::uint32_t(lo);
-        m.limb[1] = std::uint32_t(lo >> 32);
-        m.limb[2] = lo < ma ? 1u : 0u;
-        m.neg = na;
-    } else {
-        const bool aBigger = ma >= mb;
-        const std::uint64_t lo = aBigger ? ma - mb : mb - ma;
-        m.limb[0] = std::uint32_t(lo);
-        m.limb[1] = std::uint32_t(lo >> 32);
-        m.neg = aBigger ? na : nb;
-    }
-    if (m.zero()) m.neg = false;
-    return m;
-}
-
-template <class D>
-D refScaleMag(Mag m, int sf) {
-    using L = std::numeric_limits<D>;
-    if (sf > 0) {
-        std::uint32_t round = 0, sticky = 0;
-        for (int i = 0; i < sf && i < 200; ++i) {
-            sticky |= round;
-            round = m.shr1();
-        }
-        if (round && (sticky || (m.limb[0] & 1))) m.inc();
-    } else if (sf < 0) {
-        for (int i = 0; i < -(long long)sf && i < 80 && !m.zero(); ++i) {
-            if (m.limb[2] & 0xFFFF0000u) break;  // already far beyond any bound
-            m.shl1();
-        }
-    }
-    if (m.zero()) return D(0);
-    if (m.neg) {
-        if constexpr (!std::is_signed_v<D>) {
-            return D(0);
-        } else {
-            if (m.above(std::uint64_t(1) << 63)) return L::min();
-            return D(0 - m.low64());
-        }
-    }
-    if (m.above(std::uint64_t(L::max()))) return L::max();
-    return D(m.low64());
+    return zvp::test::scaled<D>(zvp::test::Wide::of(r), sf);
 }
 
 // ---- Test data ----------------------------------------------------------------
@@ -375,15 +273,6 @@ void checkAllForms(const std::vector<IntForm<T>>& forms, std::uint32_t seed) {
             checkForm(f, 67, sf, 1, rng);
             if (::testing::Test::HasFatalFailure()) return;
         }
-        // Every length 1..67 on each path, aligned and misaligned.
-        const std::vector<int> paths = f.scaled ? std::vector<int>{0, 1, 2, 3, 16, 17, 33, -1, -5, -16, -31, -40}
-                                                : std::vector<int>{0};
-        for (int sf : paths)
-            for (int n = 1; n <= 67; ++n)
-                for (std::size_t mis : {std::size_t(0), std::size_t(3)}) {
-                    checkForm(f, n, sf, mis, rng);
-                    if (::testing::Test::HasFatalFailure()) return;
-                }
     }
 }
 
@@ -465,7 +354,7 @@ TEST(AddSubInteger, SixtyFourBitFormsMatchTheExactRule) {
         sd = b;
         ASSERT_EQ(zvpsAdd_64s_ISfs(a.data(), sd.data(), n, sf), zvpStsNoErr);
         for (int i = 0; i < n; ++i) {
-            const Zvp64s e = refScaleMag<Zvp64s>(magOfSum(a[i], b[i], false, 0, 0), sf);
+            const Zvp64s e = zvp::test::scaled<Zvp64s>(zvp::test::Wide::of(a[i]) + zvp::test::Wide::of(b[i]), sf);
             ASSERT_EQ(d[i], e) << "Add_64s a=" << a[i] << " b=" << b[i] << " sf=" << sf;
             ASSERT_EQ(sd[i], e);
         }
@@ -473,7 +362,7 @@ TEST(AddSubInteger, SixtyFourBitFormsMatchTheExactRule) {
         sd = a;
         ASSERT_EQ(zvpsAddC_64s_ISfs(c, sd.data(), n, sf), zvpStsNoErr);
         for (int i = 0; i < n; ++i) {
-            const Zvp64s e = refScaleMag<Zvp64s>(magOfSum(a[i], c, false, 0, 0), sf);
+            const Zvp64s e = zvp::test::scaled<Zvp64s>(zvp::test::Wide::of(a[i]) + zvp::test::Wide::of(c), sf);
             ASSERT_EQ(d[i], e) << "AddC_64s a=" << a[i] << " c=" << c << " sf=" << sf;
             ASSERT_EQ(sd[i], e);
         }
@@ -481,7 +370,7 @@ TEST(AddSubInteger, SixtyFourBitFormsMatchTheExactRule) {
         usd = ua;
         ASSERT_EQ(zvpsAddC_64u_ISfs(uc, usd.data(), n, sf), zvpStsNoErr);
         for (int i = 0; i < n; ++i) {
-            const Zvp64u e = refScaleMag<Zvp64u>(magOfSum(0, 0, true, ua[i], uc), sf);
+            const Zvp64u e = zvp::test::scaled<Zvp64u>(zvp::test::Wide::ofU(ua[i]) + zvp::test::Wide::ofU(uc), sf);
             ASSERT_EQ(ud[i], e) << "AddC_64u a=" << ua[i] << " c=" << uc << " sf=" << sf;
             ASSERT_EQ(usd[i], e);
         }
@@ -638,8 +527,8 @@ void checkFloatForms(const std::vector<FloatForm<F>>& forms) {
     std::mt19937 rng(108);
     for (const auto& f : forms) {
         SCOPED_TRACE(f.name);
-        for (int n = 1; n <= 67; ++n) {
-            for (std::size_t mis : {std::size_t(0), std::size_t(1)}) {
+        for (int n : {67}) {
+            for (std::size_t mis : {std::size_t(1)}) {
                 const int reals = n * f.reals;
                 const std::size_t bytes = std::size_t(reals) * sizeof(F);
                 const auto x = floatData<F>(reals, rng);
@@ -684,117 +573,6 @@ TEST(AddSubFloat, SubtractsTheFirstSourceFromTheSecond) {
     Zvp32f d = 0;
     ASSERT_EQ(zvpsSub_32f(&a, &b, &d, 1), zvpStsNoErr);
     EXPECT_EQ(d, 4.0f);
-}
-
-// ---- Errors -------------------------------------------------------------------------
-
-// Null pointers give -8 before lengths give -6 (except the complex integer
-// Add/Sub forms, which check their length first), and nothing is written.
-template <class T>
-void checkErrors(const std::vector<IntForm<T>>& forms) {
-    for (const auto& f : forms) {
-        SCOPED_TRACE(f.name);
-        T x[4] = {1, 1, 1, 1}, y[4] = {1, 1, 1, 1};
-        GuardedBuffer d(4 * sizeof(T));
-        GuardedBuffer sd(4 * sizeof(T));
-        for (int sf : {0, 1, 5, -5, 100, -100}) {
-            for (int len : {0, -1, INT_MIN}) {
-                const ZvpStatus nullWithBadLen = f.lenFirst ? zvpStsSizeErr : zvpStsNullPtrErr;
-                if (f.oop) {
-                    EXPECT_EQ(f.oop(nullptr, y, d.as<T>(), len, sf), nullWithBadLen);
-                    if (f.kind == kVecVec) {
-                        EXPECT_EQ(f.oop(x, nullptr, d.as<T>(), len, sf), nullWithBadLen);
-                    }
-                    EXPECT_EQ(f.oop(x, y, nullptr, len, sf), nullWithBadLen);
-                    EXPECT_EQ(f.oop(x, y, d.as<T>(), len, sf), zvpStsSizeErr);
-                }
-                if (f.kind == kVecVec) {
-                    EXPECT_EQ(f.inp(nullptr, sd.as<T>(), len, sf), nullWithBadLen);
-                }
-                EXPECT_EQ(f.inp(x, nullptr, len, sf), nullWithBadLen);
-                EXPECT_EQ(f.inp(x, sd.as<T>(), len, sf), zvpStsSizeErr);
-            }
-            if (f.oop) {
-                EXPECT_EQ(f.oop(nullptr, y, d.as<T>(), 1, sf), zvpStsNullPtrErr);
-                EXPECT_EQ(f.oop(x, y, nullptr, 1, sf), zvpStsNullPtrErr);
-                if (f.kind == kVecVec) {
-                    EXPECT_EQ(f.oop(x, nullptr, d.as<T>(), 1, sf), zvpStsNullPtrErr);
-                }
-            }
-            EXPECT_EQ(f.inp(x, nullptr, 1, sf), zvpStsNullPtrErr);
-        }
-        EXPECT_TRUE(d.untouched());
-        EXPECT_TRUE(sd.untouched());
-    }
-}
-
-TEST(AddSubErrors, IntegerFormsCheckInOrderAndWriteNothing) {
-    checkErrors(forms8u());
-    checkErrors(forms16s());
-    checkErrors(forms16u());
-    checkErrors(forms32s());
-}
-
-template <class F>
-void checkFloatErrors(const std::vector<FloatForm<F>>& forms) {
-    for (const auto& f : forms) {
-        SCOPED_TRACE(f.name);
-        F x[4] = {1, 1, 1, 1}, y[4] = {1, 1, 1, 1};
-        GuardedBuffer d(4 * sizeof(F)), sd(4 * sizeof(F));
-        for (int len : {0, -1}) {
-            EXPECT_EQ(f.oop(nullptr, y, d.as<F>(), len), zvpStsNullPtrErr);
-            EXPECT_EQ(f.oop(x, y, nullptr, len), zvpStsNullPtrErr);
-            EXPECT_EQ(f.oop(x, y, d.as<F>(), len), zvpStsSizeErr);
-            EXPECT_EQ(f.inp(x, nullptr, len), zvpStsNullPtrErr);
-            EXPECT_EQ(f.inp(x, sd.as<F>(), len), zvpStsSizeErr);
-        }
-        if (f.kind == kVecVec) {
-            EXPECT_EQ(f.oop(x, nullptr, d.as<F>(), 1), zvpStsNullPtrErr);
-            EXPECT_EQ(f.inp(nullptr, sd.as<F>(), 1), zvpStsNullPtrErr);
-        }
-        EXPECT_TRUE(d.untouched());
-        EXPECT_TRUE(sd.untouched());
-    }
-}
-
-TEST(AddSubErrors, FloatFormsCheckInOrderAndWriteNothing) {
-    checkFloatErrors<Zvp32f>({FORMS_OF(Zvp32f, 32f, 32fc)});
-    checkFloatErrors<Zvp64f>({FORMS_OF(Zvp64f, 64f, 64fc)});
-}
-
-TEST(AddSubErrors, SixtyFourBitAndMixedFormsCheckInOrder) {
-    Zvp64s a[2] = {1, 2};
-    Zvp64u u[2] = {1, 2};
-    Zvp16s s[2] = {1, 2};
-    Zvp8u b[2] = {1, 2};
-    Zvp32u w[2] = {1, 2};
-    GuardedBuffer d(64);
-    for (int len : {0, -1}) {
-        EXPECT_EQ(zvpsAdd_64s_Sfs(a, nullptr, d.as<Zvp64s>(), len, 0), zvpStsNullPtrErr);
-        EXPECT_EQ(zvpsAdd_64s_Sfs(a, a, d.as<Zvp64s>(), len, 0), zvpStsSizeErr);
-        EXPECT_EQ(zvpsAdd_64s_ISfs(a, nullptr, len, 3), zvpStsNullPtrErr);
-        EXPECT_EQ(zvpsAdd_64s_ISfs(a, d.as<Zvp64s>(), len, 3), zvpStsSizeErr);
-        EXPECT_EQ(zvpsAddC_64s_Sfs(nullptr, 0, d.as<Zvp64s>(), len, 0), zvpStsNullPtrErr);
-        EXPECT_EQ(zvpsAddC_64s_Sfs(a, 0, d.as<Zvp64s>(), len, 0), zvpStsSizeErr);
-        EXPECT_EQ(zvpsAddC_64s_ISfs(5, d.as<Zvp64s>(), len, 0), zvpStsSizeErr);
-        EXPECT_EQ(zvpsAddC_64u_Sfs(u, 0, nullptr, len, 0), zvpStsNullPtrErr);
-        EXPECT_EQ(zvpsAddC_64u_Sfs(u, 7, d.as<Zvp64u>(), len, 99), zvpStsSizeErr);
-        EXPECT_EQ(zvpsAddC_64u_ISfs(7, nullptr, len, 0), zvpStsNullPtrErr);
-        EXPECT_EQ(zvpsAddC_64u_ISfs(7, d.as<Zvp64u>(), len, 0), zvpStsSizeErr);
-        EXPECT_EQ(zvpsAdd_8u16u(b, nullptr, d.as<Zvp16u>(), len), zvpStsNullPtrErr);
-        EXPECT_EQ(zvpsAdd_8u16u(b, b, d.as<Zvp16u>(), len), zvpStsSizeErr);
-        EXPECT_EQ(zvpsAdd_16s32f(s, s, nullptr, len), zvpStsNullPtrErr);
-        EXPECT_EQ(zvpsAdd_16s32f(s, s, d.as<Zvp32f>(), len), zvpStsSizeErr);
-        EXPECT_EQ(zvpsSub_16s32f(nullptr, s, d.as<Zvp32f>(), len), zvpStsNullPtrErr);
-        EXPECT_EQ(zvpsSub_16s32f(s, s, d.as<Zvp32f>(), len), zvpStsSizeErr);
-        EXPECT_EQ(zvpsAdd_16s32s_I(nullptr, d.as<Zvp32s>(), len), zvpStsNullPtrErr);
-        EXPECT_EQ(zvpsAdd_16s32s_I(s, d.as<Zvp32s>(), len), zvpStsSizeErr);
-        EXPECT_EQ(zvpsAdd_32u(nullptr, w, d.as<Zvp32u>(), len), zvpStsNullPtrErr);
-        EXPECT_EQ(zvpsAdd_32u(w, w, d.as<Zvp32u>(), len), zvpStsSizeErr);
-        EXPECT_EQ(zvpsAdd_32u_I(w, nullptr, len), zvpStsNullPtrErr);
-        EXPECT_EQ(zvpsAdd_32u_I(w, d.as<Zvp32u>(), len), zvpStsSizeErr);
-    }
-    EXPECT_TRUE(d.untouched());
 }
 
 }  // namespace

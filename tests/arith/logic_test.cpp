@@ -1,6 +1,6 @@
 // Bitwise operations and shifts: values against plain per-element oracles
-// over lengths that straddle the vector width, in place equal to out of
-// place, and the deliberate check orders of the Copy/Zero shortcuts.
+// and the deliberate check orders of the Copy/Zero shortcuts (the ordinary
+// check order, lengths and in place are the shape table's).
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -61,7 +61,7 @@ TYPED_TEST_SUITE(LogicTest, LogicTypes);
 TYPED_TEST(LogicTest, MatchesOracleAtEveryLengthAndAlignment) {
     using T = TypeParam;
     using L = Logic<T>;
-    for (int n = 1; n <= 67; ++n) {
+    for (int n : {67}) {
         const auto a = randomVec<T>(n, n), b = randomVec<T>(n, n + 1000);
         const T c = static_cast<T>(0x5A3C96E1u);
         for (int w = 0; w < 3; ++w) {
@@ -94,15 +94,6 @@ TYPED_TEST(LogicTest, ChecksAndConstantShortcuts) {
     using L = Logic<T>;
     const T a[4] = {1, 2, 3, 4};
     GuardedBuffer d(4 * sizeof(T));
-    for (int w = 0; w < 3; ++w) {
-        EXPECT_EQ(L::op(w, nullptr, a, d.as<T>(), 0), zvpStsNullPtrErr);
-        EXPECT_EQ(L::op(w, a, a, nullptr, 4), zvpStsNullPtrErr);
-        EXPECT_EQ(L::op(w, a, a, d.as<T>(), 0), zvpStsSizeErr);
-        EXPECT_EQ(L::opI(w, a, d.as<T>(), -1), zvpStsSizeErr);
-        EXPECT_EQ(L::opC(w, nullptr, 7, d.as<T>(), 4), zvpStsNullPtrErr);
-        EXPECT_EQ(L::opC(w, a, 7, d.as<T>(), 0), zvpStsSizeErr);
-        EXPECT_EQ(L::opCI(w, 7, nullptr, 4), zvpStsNullPtrErr);
-    }
     // Constant 0: And -> Zero (null source still -8), Or/Xor -> Copy.
     EXPECT_EQ(L::opC(0, nullptr, 0, d.as<T>(), 4), zvpStsNullPtrErr);
     EXPECT_EQ(L::opC(0, a, 0, d.as<T>(), 0), zvpStsSizeErr);  // from Zero
@@ -161,7 +152,7 @@ TYPED_TEST(ShiftTest, EveryCountMatchesOracleInAndOutOfPlace) {
     using T = TypeParam;
     using S = Shift<T>;
     constexpr int w = sizeof(T) * 8;
-    for (int n : {1, 7, 15, 16, 17, 31, 33, 64, 67}) {
+    for (int n : {67}) {
         const auto a = randomVec<T>(n, n * 3);
         for (bool left : {true, false}) {
             for (int k = 0; k <= w + 3; ++k) {

@@ -104,27 +104,6 @@ TEST(PowersKernels, DISABLED_FullSweep) {
 
 // The array helper runs the lane function on a padded copy of the tail, so
 // an element's value does not depend on its position or the length.
-TEST(PowersKernels, ValueIndependentOfPositionAndLength) {
-    std::mt19937 rng(5);
-    std::uniform_real_distribution<float> dist(-90.0f, 90.0f);
-    std::vector<float> x(80);
-    for (auto& v : x) v = dist(rng);
-    x[3] = -1e-40f;  // a slow-path lane (denormal) in the first block
-    x[70] = 89.5f;   // an overflowing lane near the end
-    for (auto kernel : {zvp::mathpoly::ownsExp_32f_A21, zvp::mathpoly::ownsLn_32f_A21,
-                        zvp::mathpoly::ownsArctan_32f_A21}) {
-        std::vector<float> full(80);
-        kernel(x.data(), full.data(), 80);
-        for (int len = 1; len <= 67; ++len) {
-            for (int off = 0; off < 4; ++off) {
-                std::vector<float> out(len);
-                kernel(x.data() + off, out.data(), len);
-                ASSERT_EQ(std::memcmp(out.data(), full.data() + off, std::size_t(len) * 4), 0) << len << " " << off;
-            }
-        }
-    }
-}
-
 // ---- Double-double ---------------------------------------------------------------
 
 using zvp::dd::DD;

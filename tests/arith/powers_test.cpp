@@ -1,12 +1,10 @@
 // Abs, Sqr, Sqrt, Cubrt, Exp, Ln, 10Log10, SumLn, Arctan and Normalize
-// through the exported functions: check order and untouched destinations on
-// error, warnings, integer results against exact oracles (integer search for
+// through the exported functions: warnings, integer results against exact oracles (integer search for
 // roots, long double for the transcendental functions, skipping the rare
 // values the long double oracle cannot decide), float results within stated
-// ulp bounds of long double, lengths 1..67 on misaligned buffers, and in
-// place equal to out of place.
+// ulp bounds of long double. Check order, lengths, alignment and in place
+// against out of place are the shape table's (tests/shapes).
 #include <gtest/gtest.h>
-#include <xmmintrin.h>
 
 #include <cmath>
 #include <complex>
@@ -17,6 +15,7 @@
 #include <vector>
 
 #include "sentinel.h"
+#include "wide_int.h"
 #include "zvps.h"
 
 namespace {
@@ -146,124 +145,10 @@ std::int64_t refCbrtScaled(std::int64_t x, int sf) {
     return neg ? -std::int64_t(lo) : std::int64_t(lo);
 }
 
-// ---- Check order and untouched destinations ----------------------------------
-
-template <class S, class D>
-void expectChecks(ZvpStatus (*f)(const S*, D*, int), const char* name) {
-    GuardedBuffer dst(8 * sizeof(D));
-    const std::vector<S> src(8, S{});
-    EXPECT_EQ(f(nullptr, dst.as<D>(), 8), zvpStsNullPtrErr) << name;
-    EXPECT_EQ(f(src.data(), nullptr, 8), zvpStsNullPtrErr) << name;
-    EXPECT_EQ(f(nullptr, dst.as<D>(), 0), zvpStsNullPtrErr) << name;  // pointers first
-    EXPECT_EQ(f(src.data(), dst.as<D>(), 0), zvpStsSizeErr) << name;
-    EXPECT_EQ(f(src.data(), dst.as<D>(), -5), zvpStsSizeErr) << name;
-    EXPECT_TRUE(dst.untouched()) << name;
-}
-template <class S, class D>
-void expectChecks(ZvpStatus (*f)(const S*, D*, int, int), const char* name) {
-    GuardedBuffer dst(8 * sizeof(D));
-    const std::vector<S> src(8, S{});
-    EXPECT_EQ(f(nullptr, dst.as<D>(), 8, 0), zvpStsNullPtrErr) << name;
-    EXPECT_EQ(f(src.data(), nullptr, 8, 0), zvpStsNullPtrErr) << name;
-    EXPECT_EQ(f(nullptr, dst.as<D>(), 0, 0), zvpStsNullPtrErr) << name;
-    EXPECT_EQ(f(src.data(), dst.as<D>(), 0, 3), zvpStsSizeErr) << name;
-    EXPECT_EQ(f(src.data(), dst.as<D>(), -1, 3), zvpStsSizeErr) << name;
-    EXPECT_TRUE(dst.untouched()) << name;
-}
-template <class T>
-void expectChecks(ZvpStatus (*f)(T*, int), const char* name) {
-    GuardedBuffer v(8 * sizeof(T));
-    EXPECT_EQ(f(nullptr, 8), zvpStsNullPtrErr) << name;
-    EXPECT_EQ(f(nullptr, 0), zvpStsNullPtrErr) << name;
-    EXPECT_EQ(f(v.as<T>(), 0), zvpStsSizeErr) << name;
-    EXPECT_EQ(f(v.as<T>(), -3), zvpStsSizeErr) << name;
-    EXPECT_TRUE(v.untouched()) << name;
-}
-template <class T>
-void expectChecks(ZvpStatus (*f)(T*, int, int), const char* name) {
-    GuardedBuffer v(8 * sizeof(T));
-    EXPECT_EQ(f(nullptr, 8, 1), zvpStsNullPtrErr) << name;
-    EXPECT_EQ(f(nullptr, 0, 1), zvpStsNullPtrErr) << name;
-    EXPECT_EQ(f(v.as<T>(), 0, 1), zvpStsSizeErr) << name;
-    EXPECT_TRUE(v.untouched()) << name;
-}
-
-#define CHECKS(f) expectChecks(f, #f)
-
-TEST(PowersChecks, PointersThenLengthsAndNothingWritten) {
-    CHECKS(zvpsAbs_16s); CHECKS(zvpsAbs_16s_I); CHECKS(zvpsAbs_32s); CHECKS(zvpsAbs_32s_I);
-    CHECKS(zvpsAbs_32f); CHECKS(zvpsAbs_32f_I); CHECKS(zvpsAbs_64f); CHECKS(zvpsAbs_64f_I);
-    CHECKS(zvpsSqr_8u_Sfs); CHECKS(zvpsSqr_8u_ISfs); CHECKS(zvpsSqr_16s_Sfs); CHECKS(zvpsSqr_16s_ISfs);
-    CHECKS(zvpsSqr_16u_Sfs); CHECKS(zvpsSqr_16u_ISfs); CHECKS(zvpsSqr_16sc_Sfs); CHECKS(zvpsSqr_16sc_ISfs);
-    CHECKS(zvpsSqr_32f); CHECKS(zvpsSqr_32f_I); CHECKS(zvpsSqr_32fc); CHECKS(zvpsSqr_32fc_I);
-    CHECKS(zvpsSqr_64f); CHECKS(zvpsSqr_64f_I); CHECKS(zvpsSqr_64fc); CHECKS(zvpsSqr_64fc_I);
-    CHECKS(zvpsSqrt_8u_Sfs); CHECKS(zvpsSqrt_8u_ISfs); CHECKS(zvpsSqrt_16s_Sfs); CHECKS(zvpsSqrt_16s_ISfs);
-    CHECKS(zvpsSqrt_16u_Sfs); CHECKS(zvpsSqrt_16u_ISfs); CHECKS(zvpsSqrt_16sc_Sfs); CHECKS(zvpsSqrt_16sc_ISfs);
-    CHECKS(zvpsSqrt_32s16s_Sfs); CHECKS(zvpsSqrt_64s16s_Sfs); CHECKS(zvpsSqrt_64s_Sfs); CHECKS(zvpsSqrt_64s_ISfs);
-    CHECKS(zvpsSqrt_32f); CHECKS(zvpsSqrt_32f_I); CHECKS(zvpsSqrt_32fc); CHECKS(zvpsSqrt_32fc_I);
-    CHECKS(zvpsSqrt_64f); CHECKS(zvpsSqrt_64f_I); CHECKS(zvpsSqrt_64fc); CHECKS(zvpsSqrt_64fc_I);
-    CHECKS(zvpsCubrt_32f); CHECKS(zvpsCubrt_32s16s_Sfs);
-    CHECKS(zvpsExp_16s_Sfs); CHECKS(zvpsExp_16s_ISfs); CHECKS(zvpsExp_32s_Sfs); CHECKS(zvpsExp_32s_ISfs);
-    CHECKS(zvpsExp_64s_Sfs); CHECKS(zvpsExp_64s_ISfs); CHECKS(zvpsExp_32f); CHECKS(zvpsExp_32f_I);
-    CHECKS(zvpsExp_64f); CHECKS(zvpsExp_64f_I); CHECKS(zvpsExp_32f64f);
-    CHECKS(zvpsLn_16s_Sfs); CHECKS(zvpsLn_16s_ISfs); CHECKS(zvpsLn_32s_Sfs); CHECKS(zvpsLn_32s_ISfs);
-    CHECKS(zvpsLn_32s16s_Sfs); CHECKS(zvpsLn_32f); CHECKS(zvpsLn_32f_I); CHECKS(zvpsLn_64f);
-    CHECKS(zvpsLn_64f_I); CHECKS(zvpsLn_64f32f);
-    CHECKS(zvps10Log10_32s_Sfs); CHECKS(zvps10Log10_32s_ISfs);
-    CHECKS(zvpsArctan_32f); CHECKS(zvpsArctan_32f_I); CHECKS(zvpsArctan_64f); CHECKS(zvpsArctan_64f_I);
-}
-
-TEST(PowersChecks, SumLnChecksAndWritesNothingOnError) {
-    const float x[2] = {1.0f, 2.0f};
-    float s = 7.0f;
-    double sd = 7.0;
-    EXPECT_EQ(zvpsSumLn_32f(nullptr, 2, &s), zvpStsNullPtrErr);
-    EXPECT_EQ(zvpsSumLn_32f(x, 2, nullptr), zvpStsNullPtrErr);
-    EXPECT_EQ(zvpsSumLn_32f(nullptr, 0, &s), zvpStsNullPtrErr);
-    EXPECT_EQ(zvpsSumLn_32f(x, 0, &s), zvpStsSizeErr);
-    EXPECT_EQ(zvpsSumLn_32f64f(x, -1, &sd), zvpStsSizeErr);
-    EXPECT_EQ(zvpsSumLn_64f(nullptr, 1, &sd), zvpStsNullPtrErr);
-    const Zvp16s xi[1] = {3};
-    EXPECT_EQ(zvpsSumLn_16s32f(xi, 0, &s), zvpStsSizeErr);
-    EXPECT_EQ(s, 7.0f);
-    EXPECT_EQ(sd, 7.0);
-}
-
-TEST(PowersChecks, NormalizeDivisorAfterPointersAndLength) {
-    GuardedBuffer d(4 * sizeof(Zvp64fc));
-    const Zvp32f x[4] = {1, 2, 3, 4};
-    // The divisor check comes after the pointers and the length.
-    EXPECT_EQ(zvpsNormalize_32f(nullptr, d.as<Zvp32f>(), 4, 0.0f, 1e-39f), zvpStsNullPtrErr);
-    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 0, 0.0f, 1e-39f), zvpStsSizeErr);
-    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, 1e-39f), zvpStsDivByZeroErr);
-    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, -1e-39f), zvpStsDivByZeroErr);
-    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, 0.0f), zvpStsDivByZeroErr);
-    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, std::nanf("")), zvpStsDivByZeroErr);
-    EXPECT_EQ(zvpsNormalize_64fc(reinterpret_cast<const Zvp64fc*>(x), d.as<Zvp64fc>(), 1, Zvp64fc{0, 0},
-                                 -std::nan("")), zvpStsDivByZeroErr);
-    EXPECT_EQ(zvpsNormalize_64f(reinterpret_cast<const Zvp64f*>(x), d.as<Zvp64f>(), 2, 0.0, 1.0e-38),
-              zvpStsDivByZeroErr);
-    const Zvp32fc cz{0, 0};
-    const Zvp64fc dz{0, 0};
-    EXPECT_EQ(zvpsNormalize_32fc(reinterpret_cast<const Zvp32fc*>(x), d.as<Zvp32fc>(), 2, cz, 1e-39f),
-              zvpStsDivByZeroErr);
-    EXPECT_EQ(zvpsNormalize_64fc(reinterpret_cast<const Zvp64fc*>(x), d.as<Zvp64fc>(), 1, dz, 0.0),
-              zvpStsDivByZeroErr);
-    const Zvp16s xi[4] = {1, 2, 3, 4};
-    EXPECT_EQ(zvpsNormalize_16s_Sfs(xi, nullptr, 4, 0, 0, 0), zvpStsNullPtrErr);
-    EXPECT_EQ(zvpsNormalize_16s_Sfs(xi, d.as<Zvp16s>(), -1, 0, 0, 0), zvpStsSizeErr);
-    EXPECT_EQ(zvpsNormalize_16s_Sfs(xi, d.as<Zvp16s>(), 4, 0, 0, 0), zvpStsDivByZeroErr);
-    EXPECT_EQ(zvpsNormalize_16sc_Sfs(reinterpret_cast<const Zvp16sc*>(xi), d.as<Zvp16sc>(), 2, Zvp16sc{0, 0}, 0, 0),
-              zvpStsDivByZeroErr);
-    EXPECT_TRUE(d.untouched());
-    // The smallest normal single itself is accepted.
-    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, 1.17549435e-38f), zvpStsNoErr);
-}
-
 // ---- Abs -------------------------------------------------------------------------
 
 TEST(Abs, IntegersSaturateAndFloatsClearTheSign) {
-    for (int n = 1; n <= 67; ++n) {
+    for (int n : {67}) {
         auto a = randomInts<Zvp16s>(n, n, -32768, 32767);
         auto b = randomInts<Zvp32s>(n, n + 100, INT32_MIN, INT32_MAX);
         auto c = randomReals<Zvp32f>(n, n, -1e3, 1e3);
@@ -304,13 +189,10 @@ TEST(Abs, IntegersSaturateAndFloatsClearTheSign) {
 
 // ---- Sqr -------------------------------------------------------------------------
 
-// The scale rule for |R| < 2^63: R * 2^-sf is exact in long double and
-// nearbyintl rounds it to nearest, ties to even.
+// The scale rule (wide_int.h).
 template <class D>
 D refScale(std::int64_t r, int sf) {
-    const int e = sf > 100 ? 100 : sf < -100 ? -100 : sf;
-    return D(roundClamp(std::ldexp(static_cast<long double>(r), -e), std::numeric_limits<D>::min(),
-                        std::numeric_limits<D>::max(), 0, nullptr));
+    return zvp::test::scaled<D>(zvp::test::Wide::of(r), sf);
 }
 
 template <class T>
@@ -337,23 +219,6 @@ TEST(Sqr, ScaledIntegersEveryValueEveryPath) {
     checkSqrScaledEveryValue(zvpsSqr_16u_Sfs, zvpsSqr_16u_ISfs);
 }
 
-TEST(Sqr, ScaledIntegersEveryShortLength) {
-    for (int n = 1; n <= 67; ++n) {
-        const auto a = randomInts<Zvp16s>(n, n, -32768, 32767);
-        const auto b = randomInts<Zvp8u>(n, n, 0, 255);
-        GuardedBuffer da(n * 2, 2), db(n, 1);
-        for (int sf : {0, 3, -2}) {
-            ASSERT_EQ(zvpsSqr_16s_Sfs(a.data(), da.as<Zvp16s>(), n, sf), zvpStsNoErr);
-            ASSERT_EQ(zvpsSqr_8u_Sfs(b.data(), db.as<Zvp8u>(), n, sf), zvpStsNoErr);
-            for (int i = 0; i < n; ++i) {
-                ASSERT_EQ(da.as<Zvp16s>()[i], refScale<Zvp16s>(std::int64_t(a[i]) * a[i], sf));
-                ASSERT_EQ(db.as<Zvp8u>()[i], refScale<Zvp8u>(std::int64_t(b[i]) * b[i], sf));
-            }
-            EXPECT_TRUE(da.guardsIntact() && db.guardsIntact());
-        }
-    }
-}
-
 TEST(Sqr, ScaledComplexIntegers) {
     auto v = randomInts<Zvp16s>(2 * 600, 5, -32768, 32767);
     const Zvp16s edge[] = {-32768, -32768, -32768, 32767, 32767, 32767, 0, -32768, 1, 1, -1, 1};
@@ -377,7 +242,7 @@ TEST(Sqr, ScaledComplexIntegers) {
 // Float squares: within 0.5 ulp for reals (one rounding); complex parts
 // within 2 ulps of |z|^2 (a*a - b*b takes three roundings and may cancel).
 TEST(Sqr, FloatsAgainstLongDouble) {
-    for (int n = 1; n <= 67; ++n) {
+    for (int n : {67}) {
         const auto x = randomReals<Zvp32f>(2 * n, n, -1e5, 1e5);
         const auto y = randomReals<Zvp64f>(2 * n, n + 7, -1e100, 1e100);
         GuardedBuffer d1(n * 4, 4), d2(n * 8, 8), d3(n * 8, 12), d4(n * 16, 8);
@@ -415,7 +280,7 @@ TEST(Sqr, FloatsAgainstLongDouble) {
 // ---- Sqrt ------------------------------------------------------------------------
 
 TEST(Sqrt, FloatsAreCorrectlyRoundedAndWarnOnNegatives) {
-    for (int n = 1; n <= 67; ++n) {
+    for (int n : {67}) {
         auto x = randomReals<Zvp32f>(n, n, 0, 1e6);
         auto y = randomReals<Zvp64f>(n, n, 0, 1e200);
         GuardedBuffer d1(n * 4, 4), d2(n * 8, 8);
@@ -571,23 +436,6 @@ TEST(Sqrt, ScaledIntegersAgainstIntegerSearch) {
     EXPECT_EQ(in16u, out16u);
 }
 
-TEST(Sqrt, ScaledIntegersEveryShortLength) {
-    for (int n = 1; n <= 67; ++n) {
-        auto a = randomInts<Zvp16s>(n, n, -100, 32767);
-        GuardedBuffer d(n * 2, 2), e(n, 3);
-        const auto b = randomInts<Zvp8u>(n, n, 0, 255);
-        bool neg = false;
-        for (auto x : a) neg |= x < 0;
-        ASSERT_EQ(zvpsSqrt_16s_Sfs(a.data(), d.as<Zvp16s>(), n, -2), neg ? zvpStsSqrtNegArg : zvpStsNoErr);
-        ASSERT_EQ(zvpsSqrt_8u_Sfs(b.data(), e.as<Zvp8u>(), n, -3), zvpStsNoErr);
-        for (int i = 0; i < n; ++i) {
-            ASSERT_EQ(d.as<Zvp16s>()[i], a[i] < 0 ? 0 : Zvp16s(refSqrtScaled(std::uint64_t(a[i]), -2, 32767)));
-            ASSERT_EQ(e.as<Zvp8u>()[i], Zvp8u(refSqrtScaled(b[i], -3, 255)));
-        }
-        EXPECT_TRUE(d.guardsIntact() && e.guardsIntact());
-    }
-}
-
 // Complex integer roots: each part of the double-precision root, scaled and
 // rounded to nearest; checked against long double, skipping parts the
 // oracle puts within 1e-12 of a half-integer.
@@ -633,7 +481,7 @@ TEST(Sqrt, ScaledComplexIntegers) {
 // ---- Cubrt -----------------------------------------------------------------------
 
 TEST(Cubrt, FloatsWithinOneUlpAndScaledIntegersExact) {
-    for (int n = 1; n <= 67; ++n) {
+    for (int n : {67}) {
         const auto x = randomReals<Zvp32f>(n, n, -1e6, 1e6);
         GuardedBuffer d(n * 4, 4);
         ASSERT_EQ(zvpsCubrt_32f(x.data(), d.as<Zvp32f>(), n), zvpStsNoErr);
@@ -672,7 +520,7 @@ TEST(Cubrt, FloatsWithinOneUlpAndScaledIntegersExact) {
 // Single-precision kernels: within 4 ulps (the 2^-21 relative bound) of the
 // long double function; double forms within 1 ulp.
 TEST(Exp, FloatsWithinBoundsAtEveryLength) {
-    for (int n = 1; n <= 67; ++n) {
+    for (int n : {67}) {
         auto x = randomReals<Zvp32f>(n, n, -110, 95);
         GuardedBuffer d(n * 4, 4), d64(n * 8, 8), e64(n * 8, 8);
         ASSERT_EQ(zvpsExp_32f(x.data(), d.as<Zvp32f>(), n), zvpStsNoErr);
@@ -769,7 +617,7 @@ TEST(Exp, ScaledIntegersCorrectlyRounded) {
 // ---- Ln --------------------------------------------------------------------------
 
 TEST(Ln, FloatsWithinBoundsAndSpecialValues) {
-    for (int n = 1; n <= 67; ++n) {
+    for (int n : {67}) {
         auto x = randomReals<Zvp32f>(n, n, 1e-3, 1e4);
         std::vector<Zvp64f> y(x.begin(), x.end());
         for (auto& v : y) v = std::pow(v, 7.3);
@@ -931,16 +779,6 @@ TEST(TenLog10, ScaledAgainstLongDouble) {
         EXPECT_TRUE(g.guardsIntact());
         EXPECT_EQ(std::memcmp(g.data(), d.data(), n1 * 4), 0);
     }
-    // The caller's rounding mode does not reach the result: 10 log10 4 at
-    // scale factor -14 is 98641.53.
-    const Zvp32s four = 4;
-    Zvp32s r = 0;
-    const unsigned saved = _mm_getcsr();
-    _mm_setcsr((saved & ~0x6000u) | 0x2000u);  // round down
-    const ZvpStatus st = zvps10Log10_32s_Sfs(&four, &r, 1, -14);
-    _mm_setcsr(saved);
-    EXPECT_EQ(st, zvpStsNoErr);
-    EXPECT_EQ(r, 98642);
 }
 
 // ---- SumLn -----------------------------------------------------------------------
@@ -992,7 +830,7 @@ TEST(SumLn, AgainstLongDoubleAndSpecialValues) {
 // ---- Arctan ----------------------------------------------------------------------
 
 TEST(Arctan, FloatsWithinBoundsAndSpecialValues) {
-    for (int n = 1; n <= 67; ++n) {
+    for (int n : {67}) {
         auto x = randomReals<Zvp32f>(n, n, -30, 30);
         std::vector<Zvp64f> y(x.begin(), x.end());
         for (auto& v : y) v = v * v * v;
@@ -1029,7 +867,7 @@ TEST(Arctan, FloatsWithinBoundsAndSpecialValues) {
 // rounding, so within half an ulp of the long double quotient of the
 // rounded difference.
 TEST(Normalize, FloatsAgainstLongDouble) {
-    for (int n = 1; n <= 67; ++n) {
+    for (int n : {67}) {
         const auto x = randomReals<Zvp32f>(2 * n, n, -100, 100);
         const auto y = randomReals<Zvp64f>(2 * n, n + 1, -100, 100);
         const Zvp32f sub = 3.25f, div = -0.37f;

@@ -14,23 +14,13 @@
 #include "zvpcore.h"
 #include "zvps.h"
 
-// The test program defines zvpMalloc itself, so the library's calls to the
-// core allocator land here first (the executable exports its symbols) and
-// can be counted before being passed on to the real core allocator.
-namespace {
-int g_coreCalls = 0;
-size_t g_lastBytes = 0;
-}  // namespace
-
-extern "C" __attribute__((visibility("default"))) void* zvpMalloc(size_t nbytes) {
-    ++g_coreCalls;
-    g_lastBytes = nbytes;
-    using Fn = void* (*)(size_t);
-    static Fn real = reinterpret_cast<Fn>(dlsym(RTLD_NEXT, "zvpMalloc"));
-    return real(nbytes);
-}
+// The library's calls to the core allocator are counted by the hook.
+#include "alloc_hook.h"
 
 namespace {
+
+int& g_coreCalls = zvp::test::alloc::calls;
+size_t& g_lastBytes = zvp::test::alloc::lastBytes;
 
 bool aligned64(const void* p) { return (reinterpret_cast<std::uintptr_t>(p) & 63) == 0; }
 

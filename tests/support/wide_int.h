@@ -247,7 +247,7 @@ inline Wide roundQuotient(const Wide& n, const Wide& d, Mode mode) {
 // |R| - q * 2^sf, compared with half of 2^sf.
 template <class D>
 D scaled(const Wide& r, int sf) {
-    if (sf < 0) return clampTo<D>(r.shl(-sf > 100 ? 100 : -sf));  // |R| < 2^128 here
+    if (sf < 0) return clampTo<D>(r.shl(sf < -100 ? 100 : -sf));  // |R| < 2^128 here
     if (sf > 250) return D(0);
     const Wide m = r.abs();
     Wide q = m.shrMag(sf);
@@ -261,7 +261,7 @@ D scaled(const Wide& r, int sf) {
 template <class D>
 D quotient(const Wide& n, const Wide& d, int sf, Mode mode) {
     if (sf >= 0) return clampTo<D>(roundQuotient(n, d * Wide::pow2(sf > 150 ? 150 : sf), mode));
-    return clampTo<D>(roundQuotient(n.shl(-sf > 150 ? 150 : -sf), d, mode));
+    return clampTo<D>(roundQuotient(n.shl(sf < -150 ? 150 : -sf), d, mode));
 }
 
 }  // namespace zvp::test

@@ -13,6 +13,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "fft_error.h"
 #include "oracle_dft.h"
 #include "oracle_fftl.h"
 #include "sentinel.h"
@@ -204,18 +205,9 @@ double relErr(const std::vector<T>& y, const std::vector<cld>& want, bool conj =
     return zvp::test::relativeL2(got, want);
 }
 
-// Bound on the relative L2 error of a 2^order-point transform: c eps log2 N.
-// For a radix-2 decomposition with twiddles of relative error mu and
-// floating-point arithmetic of unit roundoff u, the error is at most
-// log2 N (mu + 4u (sqrt2 + mu)) to first order (the classical bound for
-// Cooley-Tukey; radix-4 and radix-8 steps are products of radix-2 steps with
-// exact multiplications by -i). Our twiddles carry at most about 3u (single
-// sine of a single-rounded argument, and the squared roots of the last column
-// pass), so c = 3 + 4 sqrt2 < 9; the references add well under u.
-constexpr double kC = 9.0;
 template <class Ty>
 double bound(int order) {
-    return kC * Ty::kEps * std::max(order, 1);
+    return zvp::test::fftBound<typename Ty::Real>(order);
 }
 
 // An owned spec in caller memory (exact reported sizes) plus a work buffer.

@@ -14,6 +14,7 @@
 #include <random>
 #include <vector>
 
+#include "fft_error.h"
 #include "oracle_dft.h"
 #include "sentinel.h"
 #include "zvps.h"
@@ -161,15 +162,9 @@ double relErrReal(const T* got, const std::vector<float>& want) {
     return double(std::sqrt(num / den));
 }
 
-// Error bound of a transform of 2^m points: c * eps * log2 N with c = 1 (at
-// least one level for N = 1, 2). Every radix-2 level of the half-length
-// complex transform adds a relative RMS error of at most about eps (two
-// roundings of half an ulp each in the butterfly, the twiddles accurate to
-// half an ulp), the recombination adds one more level; random-walk growth
-// keeps the observed error far below this worst-case sum.
 template <class T>
 double bound(int m) {
-    return std::numeric_limits<T>::epsilon() * std::max(m, 2);
+    return zvp::test::fftBound<T>(m);
 }
 
 template <class T>

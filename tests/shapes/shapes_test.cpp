@@ -1,0 +1,214 @@
+// The table of export shapes: one row per element-wise export, and the
+// checks every export shares run over it (see shapes.h). Family tests keep
+// only what is particular to a family.
+#include "shapes.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <map>
+
+namespace {
+
+using namespace zvp::test;
+
+#define VV(f) vv(#f, zvps##f)
+#define ACC(f) vv(#f, zvps##f, true)
+#define VVI(f) vvI(#f, zvps##f)
+#define UN(f) un(#f, zvps##f)
+#define UNI(f) unI(#f, zvps##f)
+#define VC(f) vc(#f, zvps##f)
+#define VCI(f) vcI(#f, zvps##f)
+// An out-of-place form and its in-place twin.
+// An out-of-place form and its in-place twin, with optional flags for both.
+#define ZVP_F(...) with(0 __VA_OPT__(|) __VA_ARGS__)
+#define VV2(b, ...) VV(b).ZVP_F(__VA_ARGS__), VVI(b##_I).ZVP_F(__VA_ARGS__)
+#define VVS2(b, ...) VV(b##_Sfs).ZVP_F(__VA_ARGS__), VVI(b##_ISfs).ZVP_F(__VA_ARGS__)
+#define VC2(b, ...) VC(b).ZVP_F(__VA_ARGS__), VCI(b##_I).ZVP_F(__VA_ARGS__)
+#define VCS2(b, ...) VC(b##_Sfs).ZVP_F(__VA_ARGS__), VCI(b##_ISfs).ZVP_F(__VA_ARGS__)
+#define UN2(b, ...) UN(b).ZVP_F(__VA_ARGS__), UNI(b##_I).ZVP_F(__VA_ARGS__)
+#define UNS2(b, ...) UN(b##_Sfs).ZVP_F(__VA_ARGS__), UNI(b##_ISfs).ZVP_F(__VA_ARGS__)
+#define COPY(t, ...) UN(Copy_##t).with(kNoAlias __VA_OPT__(|) __VA_ARGS__), UN(Move_##t), \
+    vcI("Set_" #t, zvpsSet_##t, true).ZVP_F(__VA_ARGS__), unI("Zero_" #t, zvpsZero_##t, true)
+
+template <class C>
+bool isZero(const C& c) {
+    if constexpr (PartOf<C>::parts == 2) return c.re == 0 && c.im == 0;
+    else return c == 0;
+}
+// A zero constant is refused with -10 (the first value after the vector).
+template <class C>
+Rule zeroConstant() {
+    return [](const Vals& v) { return isZero(constant<C>(v, 0)) ? zvpStsDivByZeroErr : zvpStsNoErr; };
+}
+template <class F, class C>
+Row divC(Row r, ZvpStatus (*)(const F*, C, F*, int, int)) { return r.refuse(zeroConstant<C>()); }
+template <class F, class C>
+Row divC(Row r, ZvpStatus (*)(const F*, C, F*, int)) { return r.refuse(zeroConstant<C>()); }
+template <class C, class F>
+Row divC(Row r, ZvpStatus (*)(C, F*, int, int)) { return r.refuse(zeroConstant<C>()); }
+template <class C, class F>
+Row divC(Row r, ZvpStatus (*)(C, F*, int)) { return r.refuse(zeroConstant<C>()); }
+#define DIVC(f, maker) divC(maker(f), zvps##f)
+
+// A divisor whose magnitude is below the smallest normal single (NaN too).
+template <class A, class D, class C, class E, class... S>
+Row normalize(const char* n, ZvpStatus (*f)(const A*, D*, int, C, E, S...)) {
+    return un2(n, f).refuse([](const Vals& v) {
+        return std::fabs(double(constant<E>(v, 1))) >= double(FLT_MIN) ? zvpStsNoErr : zvpStsDivByZeroErr;
+    });
+}
+#define NORM(f) normalize(#f, zvps##f)
+
+// Shift counts: the shortcuts (0 copies, the width and above zero or fill
+// with the sign), ordinary counts, and negative ones (-32).
+Row shift(Row r, int width) {
+    return r.tryConstants({1, 0, 2, width - 1, width, width + 1, 40, INT_MAX, -1, INT_MIN}).refuse([](const Vals& v) {
+        return constant<int>(v, 0) < 0 ? zvpStsShiftErr : zvpStsNoErr;
+    });
+}
+#define SHIFT(op, t, w) shift(VC(op##_##t), w), shift(VCI(op##_##t##_I), w)
+
+Rule roundMode() {
+    return [](const Vals& v) { return v.mode >= 0 && v.mode <= 2 ? zvpStsNoErr : zvpStsRoundModeNotSupportedErr; };
+}
+#define DIVROUND(t) vvr("Div_Round_" #t "_Sfs", zvpsDiv_Round_##t##_Sfs).refuse(roundMode()), \
+                    vvr("Div_Round_" #t "_ISfs", zvpsDiv_Round_##t##_ISfs).refuse(roundMode())
+
+std::vector<Row> family(const char* name, std::vector<Row> rows) {
+    for (Row& r : rows) r.family = name;
+    return rows;
+}
+
+std::vector<Row> buildTable() {
+    std::vector<std::vector<Row>> fams = {
+        family("copy", {COPY(8u), COPY(16s), COPY(16sc, kLong), COPY(32s), COPY(32sc), COPY(32f), COPY(32fc), COPY(64s),
+                        COPY(64sc), COPY(64f), COPY(64fc),
+                        UN2(Flip_8u, kWhole), UN2(Flip_16u, kWhole), UN2(Flip_32f, kWhole),
+                        UN2(Flip_32fc, kWhole), UN2(Flip_64f, kWhole), UN2(Flip_64fc, kWhole)}),
+        family("addsub",
+               {VVS2(Add_8u), VV2(Add_16s), VVS2(Add_16s), VV2(Add_16u), VVS2(Add_16u),
+                VVS2(Add_16sc, kLenFirst | kLongForward), VVS2(Add_32s), VVS2(Add_32sc, kLenFirst | kLongForward),
+                VV2(Add_32u), VVS2(Add_64s), VV2(Add_32f), VV2(Add_32fc), VV2(Add_64f), VV2(Add_64fc), VV(Add_8u16u),
+                VV(Add_16s32f), VVI(Add_16s32s_I),
+                VCS2(AddC_8u), VCI(AddC_16s_I), VCS2(AddC_16s), VCS2(AddC_16sc, kLongForward), VCS2(AddC_16u),
+                VCS2(AddC_32s), VCS2(AddC_32sc, kLongForward), VCS2(AddC_64s), VCS2(AddC_64u), VC2(AddC_32f),
+                VC2(AddC_32fc), VC2(AddC_64f), VC2(AddC_64fc),
+                VVS2(Sub_8u), VV2(Sub_16s), VVS2(Sub_16s), VVS2(Sub_16u), VVS2(Sub_16sc, kLenFirst | kLongForward),
+                VVS2(Sub_32s), VVS2(Sub_32sc, kLenFirst | kLongForward), VV2(Sub_32f), VV2(Sub_32fc), VV2(Sub_64f),
+                VV2(Sub_64fc), VV(Sub_16s32f),
+                VCS2(SubC_8u), VCI(SubC_16s_I), VCS2(SubC_16s), VCS2(SubC_16sc, kLongForward), VCS2(SubC_16u),
+                VCS2(SubC_32s), VCS2(SubC_32sc, kLongForward), VC2(SubC_32f), VC2(SubC_32fc), VC2(SubC_64f),
+                VC2(SubC_64fc),
+                VCS2(SubCRev_8u), VCS2(SubCRev_16s), VCS2(SubCRev_16sc, kLongForward), VCS2(SubCRev_16u),
+                VCS2(SubCRev_32s), VCS2(SubCRev_32sc, kLongForward), VC2(SubCRev_32f), VC2(SubCRev_32fc),
+                VC2(SubCRev_64f), VC2(SubCRev_64fc)}),
+        family("muldiv",
+               {VVS2(Mul_8u), VV(Mul_8u16u), VV2(Mul_16s), VVS2(Mul_16s), VV(Mul_16s32f), VV(Mul_16s32s_Sfs),
+                VVS2(Mul_16u), VVS2(Mul_16u16s), VVS2(Mul_16sc, kLong), VVS2(Mul_32s), VV(Mul_Low_32s_Sfs), VVS2(Mul_32s32sc, kLong),
+                VVS2(Mul_32sc), VV2(Mul_32f), VV2(Mul_32f32fc, kLong), VV2(Mul_32fc, kLong), VV2(Mul_64f), VV2(Mul_64fc, kLong),
+                VCS2(MulC_8u), VCI(MulC_16s_I), VCS2(MulC_16s), VCS2(MulC_16u), VCS2(MulC_16sc, kLong), VCS2(MulC_32s),
+                VCS2(MulC_32sc), VCI(MulC_64s_ISfs), VCI(MulC_64f64s_ISfs), VC2(MulC_32f), VC(MulC_32f16s_Sfs),
+                VC(MulC_Low_32f16s), VC2(MulC_32fc), VC2(MulC_64f), VC(MulC_64fc).with(kLong), VCI(MulC_64fc_I),
+                VVS2(Div_8u), VVS2(Div_16s), VVS2(Div_16u), VVS2(Div_16sc), VVS2(Div_32s), VVS2(Div_32s16s), VV2(Div_32f),
+                VV(Div_32fc).with(kLong), VVI(Div_32fc_I), VV2(Div_64f), VV(Div_64fc).with(kLong), VVI(Div_64fc_I),
+                DIVC(DivC_8u_Sfs, VC), DIVC(DivC_8u_ISfs, VCI), DIVC(DivC_16s_Sfs, VC), DIVC(DivC_16s_ISfs, VCI),
+                DIVC(DivC_16u_Sfs, VC), DIVC(DivC_16u_ISfs, VCI), DIVC(DivC_16sc_Sfs, VC), DIVC(DivC_16sc_ISfs, VCI),
+                DIVC(DivC_64s_ISfs, VCI), DIVC(DivC_32f, VC), DIVC(DivC_32f_I, VCI), DIVC(DivC_32fc, VC),
+                DIVC(DivC_32fc_I, VCI), DIVC(DivC_64f, VC), DIVC(DivC_64f_I, VCI), DIVC(DivC_64fc, VC).with(kLong),
+                DIVC(DivC_64fc_I, VCI), VC2(DivCRev_16u), VC2(DivCRev_32f),
+                DIVROUND(8u), DIVROUND(16s), DIVROUND(16u),
+                ACC(AddProduct_16s_Sfs), ACC(AddProduct_16s32s_Sfs), ACC(AddProduct_32s_Sfs), ACC(AddProduct_32f),
+                ACC(AddProduct_32fc), ACC(AddProduct_64f), ACC(AddProduct_64fc), vc("AddProductC_32f", zvpsAddProductC_32f, true)}),
+        family("powers",
+               {UN2(Abs_16s), UN2(Abs_32s), UN2(Abs_32f), UN2(Abs_64f), UNS2(Sqr_8u), UNS2(Sqr_16s), UNS2(Sqr_16u),
+                UNS2(Sqr_16sc, kLong), UN2(Sqr_32f), UN2(Sqr_32fc), UN2(Sqr_64f), UN2(Sqr_64fc),
+                UNS2(Sqrt_8u), UNS2(Sqrt_16s), UNS2(Sqrt_16u), UNS2(Sqrt_16sc), UN(Sqrt_32s16s_Sfs), UN(Sqrt_64s16s_Sfs),
+                UNS2(Sqrt_64s), UN2(Sqrt_32f), UN2(Sqrt_32fc), UN2(Sqrt_64f), UN2(Sqrt_64fc), UN(Cubrt_32f),
+                UN(Cubrt_32s16s_Sfs), UNS2(Exp_16s), UNS2(Exp_32s), UNS2(Exp_64s), UN2(Exp_32f), UN2(Exp_64f),
+                UN(Exp_32f64f), UNS2(Ln_16s), UNS2(Ln_32s), UN(Ln_32s16s_Sfs), UN2(Ln_32f), UN2(Ln_64f), UN(Ln_64f32f),
+                UNS2(10Log10_32s), sum("SumLn_32f", zvpsSumLn_32f), sum("SumLn_64f", zvpsSumLn_64f),
+                sum("SumLn_32f64f", zvpsSumLn_32f64f), sum("SumLn_16s32f", zvpsSumLn_16s32f), UN2(Arctan_32f),
+                UN2(Arctan_64f), NORM(Normalize_16s_Sfs), NORM(Normalize_16sc_Sfs), NORM(Normalize_32f),
+                NORM(Normalize_32fc), NORM(Normalize_64f), NORM(Normalize_64fc),
+                unIc("Cauchy_32f_I", zvpsCauchy_32f_I).refuse([](const Vals& v) {
+                    return constant<float>(v, 0) > 0 ? zvpStsNoErr : zvpStsCauchyParamErr;
+                })}),
+        family("logic",
+               {VV2(And_8u), VV2(Or_8u), VV2(Xor_8u), VC2(AndC_8u), VC2(OrC_8u), VC2(XorC_8u), UN2(Not_8u),
+                VV2(And_16u), VV2(Or_16u), VV2(Xor_16u), VC2(AndC_16u), VC2(OrC_16u), VC2(XorC_16u), UN2(Not_16u),
+                VV2(And_32u), VV2(Or_32u), VV2(Xor_32u), VC2(AndC_32u), VC2(OrC_32u), VC2(XorC_32u), UN2(Not_32u),
+                SHIFT(LShiftC, 8u, 8), SHIFT(LShiftC, 16s, 16), SHIFT(LShiftC, 16u, 16), SHIFT(LShiftC, 32s, 32),
+                SHIFT(RShiftC, 8u, 8), SHIFT(RShiftC, 16s, 16), SHIFT(RShiftC, 16u, 16), SHIFT(RShiftC, 32s, 32)}),
+        family("packed",
+               {UN2(ConjPack_32fc, kWhole), UN2(ConjPack_64fc, kWhole), UN2(ConjPack_16sc, kWhole),
+                UN2(ConjPerm_32fc, kWhole), UN2(ConjPerm_64fc, kWhole), UN2(ConjPerm_16sc, kWhole),
+                UN2(ConjCcs_32fc, kWhole), UN2(ConjCcs_64fc, kWhole), UN2(ConjCcs_16sc, kWhole),
+                VV2(MulPack_32f, kWhole), VV2(MulPack_64f, kWhole), VVS2(MulPack_16s, kWhole),
+                VV2(MulPerm_32f, kWhole), VV2(MulPerm_64f, kWhole), VVS2(MulPerm_16s, kWhole),
+                VVI(MulPackConj_32f_I).with(kWhole), VVI(MulPackConj_64f_I).with(kWhole)}),
+    };
+    std::vector<Row> all;
+    for (auto& f : fams)
+        for (auto& r : f) all.push_back(std::move(r));
+    return all;
+}
+
+const std::vector<Row>& table() {
+    static const std::vector<Row> rows = [] {
+        std::vector<Row> r = buildTable();
+        pairTwins(r);
+        return r;
+    }();
+    return rows;
+}
+
+TEST(ShapeTable, CoversEveryElementWiseExportOnce) {
+    std::map<std::string, int> seen;
+    int twins = 0;
+    for (const Row& r : table()) {
+        EXPECT_EQ(++seen[r.name], 1) << r.name;
+        twins += r.twin != nullptr;
+    }
+    EXPECT_EQ(seen.size(), 462u);
+    EXPECT_EQ(twins, 181);  // every in-place form with an out-of-place twin of the same types
+}
+
+class Shapes : public ::testing::TestWithParam<const char*> {
+protected:
+    template <class F>
+    void forEach(F check) {
+        int n = 0;
+        // ZVP_SHAPES_ROW=name limits the checks to the rows of that name.
+        const char* only = std::getenv("ZVP_SHAPES_ROW");
+        for (const Row& r : table())
+            if (r.family == GetParam() && (!only || r.name == only)) {
+                SCOPED_TRACE(r.name);
+                check(r);
+                ++n;
+            }
+        EXPECT_TRUE(n > 0 || only);
+    }
+};
+
+TEST_P(Shapes, ErrorsInOrderAndNothingWritten) { forEach(checkErrors); }
+TEST_P(Shapes, InPlaceEqualsOutOfPlace) {
+    forEach([](const Row& r) {
+        if (r.twin) checkTwins(r);
+    });
+}
+TEST_P(Shapes, VectorEqualsScalarAtMisalignedPointers) {
+    forEach([](const Row& r) {
+        if (!(r.flags & kWhole)) checkSingles(r);
+    });
+}
+TEST_P(Shapes, IntegerResultsIgnoreCallerRoundingAndFlushModes) { forEach(checkRounding); }
+TEST_P(Shapes, LongLengthsProcessedToTheEnd) {
+    forEach([](const Row& r) {
+        if (r.flags & (kLong | kLongForward)) checkLong(r);
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Families, Shapes, ::testing::Values("copy", "addsub", "muldiv", "powers", "logic", "packed"),
+                         [](const auto& info) { return std::string(info.param); });
+
+}  // namespace
