@@ -82,6 +82,9 @@ ZvpStatus lnSfs(const S* s, D* d, int len, int sf) {
 // ---- 10 log10 ----------------------------------------------------------------
 
 void tenLog10Kernel(const Zvp32s* s, Zvp32s* d, int len, int sf) {
+    // The float logarithm and the products round under the library's own
+    // mode, so the integer results do not follow the caller's.
+    const MxcsrGuard nearest(MxcsrGuard::kNearest);
     constexpr int kBlock = 256;
     // Beyond +-64 every result is 0 or saturated already (|10 log10 x| is
     // 0 or in [3.01, 93.4]), and the multiplier stays finite.

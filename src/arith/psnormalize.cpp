@@ -1,8 +1,8 @@
 // Normalize: (x - subtrahend) / divisor for every element. The divisor's
 // magnitude must be at least the smallest normal single, 2^-126 (about
 // 1.1754944e-38), for every type; a smaller one (0 included) gives
-// zvpStsDivByZeroErr after the pointer and length checks. A NaN divisor is
-// accepted and gives NaN results.
+// zvpStsDivByZeroErr after the pointer and length checks. A NaN divisor has
+// no magnitude to compare and is refused the same way.
 //  * Float forms subtract, then divide (two IEEE roundings); complex forms
 //    do it to both parts, with a real divisor.
 //  * 16s and 16sc: round((x - sub) * 2^-sf / divisor), ties to even,
@@ -21,7 +21,8 @@ constexpr double kSmallestNormalSingle = 1.1754943508222875e-38;  // 2^-126
 
 template <class F>
 bool divisorTooSmall(F div) {
-    return std::fabs(double(div)) < kSmallestNormalSingle;
+    // Written so that a NaN, which fails every comparison, counts as too small.
+    return !(std::fabs(double(div)) >= kSmallestNormalSingle);
 }
 
 // d[i] = (s[i] - sub[i % 2]) / div over n floats (or doubles) with the

@@ -1,5 +1,7 @@
-// Sets the SSE rounding/flush control for the lifetime of the guard and
-// restores the caller's MXCSR afterwards.
+// Sets the SSE rounding control for the lifetime of the guard, with
+// flush-to-zero and denormals-are-zero off, and restores the caller's MXCSR
+// afterwards. Kernels whose integer results pass through float arithmetic
+// hold one, so the results never depend on the caller's floating-point state.
 #pragma once
 
 #include <xmmintrin.h>
@@ -13,9 +15,11 @@ public:
     static constexpr unsigned kDown = 0x2000;
     static constexpr unsigned kUp = 0x4000;
     static constexpr unsigned kTowardZero = 0x6000;
+    // Flush-to-zero (bit 15) and denormals-are-zero (bit 6).
+    static constexpr unsigned kFlushBits = 0x8040;
 
     explicit MxcsrGuard(unsigned roundingControl) : saved_(_mm_getcsr()) {
-        _mm_setcsr((saved_ & ~0x6000u) | roundingControl);
+        _mm_setcsr((saved_ & ~(0x6000u | kFlushBits)) | roundingControl);
     }
     MxcsrGuard(const MxcsrGuard&) = delete;
     MxcsrGuard& operator=(const MxcsrGuard&) = delete;

@@ -6,6 +6,7 @@
 // ulp bounds of long double, lengths 1..67 on misaligned buffers, and in
 // place equal to out of place.
 #include <gtest/gtest.h>
+#include <xmmintrin.h>
 
 #include <cmath>
 #include <complex>
@@ -237,6 +238,9 @@ TEST(PowersChecks, NormalizeDivisorAfterPointersAndLength) {
     EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, 1e-39f), zvpStsDivByZeroErr);
     EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, -1e-39f), zvpStsDivByZeroErr);
     EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, 0.0f), zvpStsDivByZeroErr);
+    EXPECT_EQ(zvpsNormalize_32f(x, d.as<Zvp32f>(), 4, 0.0f, std::nanf("")), zvpStsDivByZeroErr);
+    EXPECT_EQ(zvpsNormalize_64fc(reinterpret_cast<const Zvp64fc*>(x), d.as<Zvp64fc>(), 1, Zvp64fc{0, 0},
+                                 -std::nan("")), zvpStsDivByZeroErr);
     EXPECT_EQ(zvpsNormalize_64f(reinterpret_cast<const Zvp64f*>(x), d.as<Zvp64f>(), 2, 0.0, 1.0e-38),
               zvpStsDivByZeroErr);
     const Zvp32fc cz{0, 0};
@@ -927,6 +931,16 @@ TEST(TenLog10, ScaledAgainstLongDouble) {
         EXPECT_TRUE(g.guardsIntact());
         EXPECT_EQ(std::memcmp(g.data(), d.data(), n1 * 4), 0);
     }
+    // The caller's rounding mode does not reach the result: 10 log10 4 at
+    // scale factor -14 is 98641.53.
+    const Zvp32s four = 4;
+    Zvp32s r = 0;
+    const unsigned saved = _mm_getcsr();
+    _mm_setcsr((saved & ~0x6000u) | 0x2000u);  // round down
+    const ZvpStatus st = zvps10Log10_32s_Sfs(&four, &r, 1, -14);
+    _mm_setcsr(saved);
+    EXPECT_EQ(st, zvpStsNoErr);
+    EXPECT_EQ(r, 98642);
 }
 
 // ---- SumLn -----------------------------------------------------------------------
