@@ -13,8 +13,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "check.h"
 #include "div_kernel.h"
+#include "forms.h"
 #include "muldiv_float.h"
 #include "p8.h"
 
@@ -29,9 +29,9 @@ ZvpStatus warnIf(bool zeroDivisor) { return zeroDivisor ? zvpStsDivByZero : zvpS
 // non-zero, even when its dividend is 0; a zero divisor gives 65535 for a
 // non-zero dividend and 0 for a zero one.
 template <class A, class B>
-bool divBound16u(const A& num, const B& den, Zvp16u* d, int len) {
+bool divBound16u(const A& num, const B& den, Zvp16u* d, std::ptrdiff_t len) {
     bool zero = false;
-    for (int i = 0; i < len; ++i) {
+    for (std::ptrdiff_t i = 0; i < len; ++i) {
         const Zvp16u a = num.at(i), b = den.at(i);
         zero |= b == 0;
         d[i] = (b == 0 && a == 0) ? 0 : 65535;
@@ -39,57 +39,89 @@ bool divBound16u(const A& num, const B& den, Zvp16u* d, int len) {
     return zero;
 }
 
-// Quotients rounded to nearest (ties to even) for 8u, 16s and 16u, by the
-// range of sf. boundAll16u selects the Div_16u bound above.
-template <class T, class A, class B>
-ZvpStatus divSmall(const A& num, const B& den, T* d, int len, int sf, bool boundAll16u = false) {
-    bool zero;
-    if (sf > divk::Range<T>::hi) {
-        zero = divk::divAllZero(num, den, d, len);
-    } else if (sf < divk::Range<T>::lo) {
-        if constexpr (std::is_same_v<T, Zvp16u>)
-            zero = boundAll16u ? divBound16u(num, den, d, len) : divk::divBound(num, den, d, len);
-        else
-            zero = divk::divBound(num, den, d, len);
-    } else {
-        const MxcsrGuard guard(divk::guardMode(Rnd::Near));
-        zero = divk::divKernel<T, Rnd::Near>(num, den, d, len, sf);
-    }
-    return warnIf(zero);
-}
+// Kernel policies of the forms: run(num, den, d, n, sf) gets the dividend
+// first, whatever the argument order of the export.
 
-// Exact quotients of wider operands: d[i] = rule(num(i) / den(i)).
-template <class D, class F>
-ZvpStatus divExact(D* d, int len, int sf, F parts) {
-    bool zero = false;
-    for (int i = 0; i < len; ++i) {
-        std::int64_t a, b;
-        parts(i, a, b);
-        if (b == 0) {
-            zero = true;
-            d[i] = divk::zeroDivisorValue(D(a));
+// Quotients rounded to nearest (ties to even) for 8u, 16s and 16u, by the
+// range of sf. kBoundAll selects the Div_16u bound above.
+template <class T, bool kBoundAll = false>
+struct DivSmall {
+    using type = T;
+    template <class A, class B>
+    static ZvpStatus run(A num, B den, T* d, std::ptrdiff_t n, int sf) {
+        bool zero;
+        if (sf > divk::Range<T>::hi) {
+            zero = divk::divAllZero(num, den, d, n);
+        } else if (sf < divk::Range<T>::lo) {
+            if constexpr (kBoundAll) zero = divBound16u(num, den, d, n);
+            else zero = divk::divBound(num, den, d, n);
         } else {
-            d[i] = divk::quotientRule<D>(a, b, sf, Rnd::Near);
+            const MxcsrGuard guard(divk::guardMode(Rnd::Near));
+            zero = divk::divKernel<T, Rnd::Near>(num, den, d, n, sf);
         }
+        return warnIf(zero);
     }
-    return warnIf(zero);
-}
+    template <class A, class B>
+    static ZvpStatus run(A num, B den, T* d, std::ptrdiff_t n) {
+        return run(num, den, d, n, 0);
+    }
+};
+
+// Exact quotients of wider operands.
+template <class D>
+struct DivExact {
+    using type = D;
+    template <class A, class B>
+    static ZvpStatus run(A num, B den, D* d, std::ptrdiff_t n, int sf) {
+        bool zero = false;
+        for (std::ptrdiff_t i = 0; i < n; ++i) {
+            const std::int64_t a = num.at(i), b = den.at(i);
+            if (b == 0) {
+                zero = true;
+                d[i] = divk::zeroDivisorValue(D(a));
+            } else {
+                d[i] = divk::quotientRule<D>(a, b, sf, Rnd::Near);
+            }
+        }
+        return warnIf(zero);
+    }
+};
 
 // Complex 16sc quotient b / a = b * conj(a) / |a|^2, each part exactly;
 // |a|^2 and both numerators fit 32 bits. A zero divisor substitutes each
-// part by the sign of the dividend's part.
-inline void cplxQuot(Zvp16sc a, Zvp16sc b, Zvp16sc& d, int sf, bool& zero) {
-    const std::int64_t ar = a.re, ai = a.im, br = b.re, bi = b.im;
-    const std::int64_t den = ar * ar + ai * ai;
-    if (den == 0) {
-        zero = true;
-        d.re = divk::zeroDivisorValue(b.re);
-        d.im = divk::zeroDivisorValue(b.im);
-        return;
+// part by the sign of the dividend's part. i counts parts; both parts of
+// an element are read before either is written.
+struct Div16sc {
+    using type = Zvp16s;
+    template <class A, class B>
+    static ZvpStatus run(A num, B den, Zvp16s* d, std::ptrdiff_t n, int sf) {
+        bool zero = false;
+        for (std::ptrdiff_t i = 0; i < n; i += 2) {
+            const std::int64_t br = num.at(i), bi = num.at(i + 1), ar = den.at(i), ai = den.at(i + 1);
+            const std::int64_t m = ar * ar + ai * ai;
+            if (m == 0) {
+                zero = true;
+                d[i] = divk::zeroDivisorValue(Zvp16s(br));
+                d[i + 1] = divk::zeroDivisorValue(Zvp16s(bi));
+            } else {
+                d[i] = divk::quotientRule<Zvp16s>(br * ar + bi * ai, m, sf, Rnd::Near);
+                d[i + 1] = divk::quotientRule<Zvp16s>(bi * ar - br * ai, m, sf, Rnd::Near);
+            }
+        }
+        return warnIf(zero);
     }
-    d.re = divk::quotientRule<Zvp16s>(br * ar + bi * ai, den, sf, Rnd::Near);
-    d.im = divk::quotientRule<Zvp16s>(bi * ar - br * ai, den, sf, Rnd::Near);
-}
+};
+
+// A zero constant divisor is refused (after the pointer and length checks,
+// before anything is written).
+template <class K>
+struct RefusesZero : K {
+    template <class A, class C, class D, class... X>
+    static ZvpStatus run(A num, form::Const<C> c, D* d, std::ptrdiff_t n, X... x) {
+        if (c.isZero()) return zvpStsDivByZeroErr;
+        return K::run(num, c, d, n, x...);
+    }
+};
 
 // ---- Floating point -----------------------------------------------------------
 
@@ -242,75 +274,33 @@ ZvpStatus divCplx(const C* a, const C* b, C* d, int len) {
 
 // ---- Div: integers ------------------------------------------------------------
 
-#define ZVP_DIV_SMALL(T, BOUND)                                                                  \
+namespace {
+using Div16uBoundAll = DivSmall<Zvp16u, true>;
+}  // namespace
+
+#define ZVP_DIV_SMALL(T, K)                                                                      \
     ZvpStatus zvpsDiv_##T##_Sfs(const Zvp##T* pSrc1, const Zvp##T* pSrc2, Zvp##T* pDst, int len,  \
                                 int scaleFactor) {                                               \
-        ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);                                                      \
-        ZVP_CHECK_LENS(len);                                                                     \
-        return divSmall(divk::Vec<Zvp##T>{pSrc2}, divk::Vec<Zvp##T>{pSrc1}, pDst, len, scaleFactor, \
-                        BOUND);                                                                  \
+        return form::vvRev<K>(pSrc1, pSrc2, pDst, len, scaleFactor);                             \
     }                                                                                            \
     ZvpStatus zvpsDiv_##T##_ISfs(const Zvp##T* pSrc, Zvp##T* pSrcDst, int len, int scaleFactor) { \
-        ZVP_CHECK_PTRS(pSrc, pSrcDst);                                                           \
-        ZVP_CHECK_LENS(len);                                                                     \
-        return divSmall(divk::Vec<Zvp##T>{pSrcDst}, divk::Vec<Zvp##T>{pSrc}, pSrcDst, len,       \
-                        scaleFactor, BOUND);                                                     \
+        return form::vvI<K>(pSrc, pSrcDst, len, scaleFactor);                                    \
     }
 
-ZVP_DIV_SMALL(8u, false)
-ZVP_DIV_SMALL(16s, false)
-ZVP_DIV_SMALL(16u, true)
+ZVP_DIV_SMALL(8u, DivSmall<Zvp8u>)
+ZVP_DIV_SMALL(16s, DivSmall<Zvp16s>)
+ZVP_DIV_SMALL(16u, Div16uBoundAll)
+ZVP_DIV_SMALL(32s, DivExact<Zvp32s>)
+ZVP_DIV_SMALL(16sc, Div16sc)
 #undef ZVP_DIV_SMALL
-
-ZvpStatus zvpsDiv_32s_Sfs(const Zvp32s* pSrc1, const Zvp32s* pSrc2, Zvp32s* pDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    ZVP_CHECK_LENS(len);
-    return divExact(pDst, len, scaleFactor, [&](int i, std::int64_t& a, std::int64_t& b) {
-        a = pSrc2[i];
-        b = pSrc1[i];
-    });
-}
-ZvpStatus zvpsDiv_32s_ISfs(const Zvp32s* pSrc, Zvp32s* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return divExact(pSrcDst, len, scaleFactor, [&](int i, std::int64_t& a, std::int64_t& b) {
-        a = pSrcDst[i];
-        b = pSrc[i];
-    });
-}
 
 // First source (the divisor) 32s; second source (the dividend) and the
 // destination 16s.
 ZvpStatus zvpsDiv_32s16s_Sfs(const Zvp32s* pSrc1, const Zvp16s* pSrc2, Zvp16s* pDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    ZVP_CHECK_LENS(len);
-    return divExact(pDst, len, scaleFactor, [&](int i, std::int64_t& a, std::int64_t& b) {
-        a = pSrc2[i];
-        b = pSrc1[i];
-    });
+    return form::vvRev<DivExact<Zvp16s>>(pSrc1, pSrc2, pDst, len, scaleFactor);
 }
 ZvpStatus zvpsDiv_32s16s_ISfs(const Zvp32s* pSrc, Zvp16s* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return divExact(pSrcDst, len, scaleFactor, [&](int i, std::int64_t& a, std::int64_t& b) {
-        a = pSrcDst[i];
-        b = pSrc[i];
-    });
-}
-
-ZvpStatus zvpsDiv_16sc_Sfs(const Zvp16sc* pSrc1, const Zvp16sc* pSrc2, Zvp16sc* pDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    ZVP_CHECK_LENS(len);
-    bool zero = false;
-    for (int i = 0; i < len; ++i) cplxQuot(pSrc1[i], pSrc2[i], pDst[i], scaleFactor, zero);
-    return warnIf(zero);
-}
-ZvpStatus zvpsDiv_16sc_ISfs(const Zvp16sc* pSrc, Zvp16sc* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    bool zero = false;
-    for (int i = 0; i < len; ++i) cplxQuot(pSrc[i], pSrcDst[i], pSrcDst[i], scaleFactor, zero);
-    return warnIf(zero);
+    return form::vvI<DivExact<Zvp16s>>(pSrc, pSrcDst, len, scaleFactor);
 }
 
 // ---- Div: floating point --------------------------------------------------------
@@ -356,50 +346,23 @@ ZvpStatus zvpsDiv_64fc_I(const Zvp64fc* pSrc, Zvp64fc* pSrcDst, int len) {
 
 // ---- DivC ------------------------------------------------------------------------
 
-#define ZVP_DIVC_SMALL(T)                                                                       \
+#define ZVP_DIVC(T, K)                                                                          \
     ZvpStatus zvpsDivC_##T##_Sfs(const Zvp##T* pSrc, Zvp##T val, Zvp##T* pDst, int len,          \
                                  int scaleFactor) {                                             \
-        ZVP_CHECK_PTRS(pSrc, pDst);                                                             \
-        ZVP_CHECK_LENS(len);                                                                    \
-        if (val == 0) return zvpStsDivByZeroErr;                                                \
-        return divSmall(divk::Vec<Zvp##T>{pSrc}, divk::Const<Zvp##T>(val), pDst, len, scaleFactor); \
+        return form::vc<RefusesZero<K>>(pSrc, val, pDst, len, scaleFactor);                     \
     }                                                                                           \
     ZvpStatus zvpsDivC_##T##_ISfs(Zvp##T val, Zvp##T* pSrcDst, int len, int scaleFactor) {      \
-        ZVP_CHECK_PTRS(pSrcDst);                                                                \
-        ZVP_CHECK_LENS(len);                                                                    \
-        if (val == 0) return zvpStsDivByZeroErr;                                                \
-        return divSmall(divk::Vec<Zvp##T>{pSrcDst}, divk::Const<Zvp##T>(val), pSrcDst, len,     \
-                        scaleFactor);                                                           \
+        return form::vcI<RefusesZero<K>>(val, pSrcDst, len, scaleFactor);                       \
     }
 
-ZVP_DIVC_SMALL(8u)
-ZVP_DIVC_SMALL(16s)
-ZVP_DIVC_SMALL(16u)
-#undef ZVP_DIVC_SMALL
-
-ZvpStatus zvpsDivC_16sc_Sfs(const Zvp16sc* pSrc, Zvp16sc val, Zvp16sc* pDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    if (val.re == 0 && val.im == 0) return zvpStsDivByZeroErr;
-    bool zero = false;
-    for (int i = 0; i < len; ++i) cplxQuot(val, pSrc[i], pDst[i], scaleFactor, zero);
-    return zvpStsNoErr;
-}
-ZvpStatus zvpsDivC_16sc_ISfs(Zvp16sc val, Zvp16sc* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    if (val.re == 0 && val.im == 0) return zvpStsDivByZeroErr;
-    bool zero = false;
-    for (int i = 0; i < len; ++i) cplxQuot(val, pSrcDst[i], pSrcDst[i], scaleFactor, zero);
-    return zvpStsNoErr;
-}
+ZVP_DIVC(8u, DivSmall<Zvp8u>)
+ZVP_DIVC(16s, DivSmall<Zvp16s>)
+ZVP_DIVC(16u, DivSmall<Zvp16u>)
+ZVP_DIVC(16sc, Div16sc)
+#undef ZVP_DIVC
 
 ZvpStatus zvpsDivC_64s_ISfs(Zvp64s val, Zvp64s* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    if (val == 0) return zvpStsDivByZeroErr;
-    for (int i = 0; i < len; ++i) pSrcDst[i] = divk::quotientRule<Zvp64s>(pSrcDst[i], val, scaleFactor, Rnd::Near);
-    return zvpStsNoErr;
+    return form::vcI<RefusesZero<DivExact<Zvp64s>>>(val, pSrcDst, len, scaleFactor);
 }
 
 ZvpStatus zvpsDivC_32f(const Zvp32f* pSrc, Zvp32f val, Zvp32f* pDst, int len) {
@@ -472,14 +435,10 @@ ZvpStatus zvpsDivC_64fc_I(Zvp64fc val, Zvp64fc* pSrcDst, int len) {
 // 16u: the quotient rounded to nearest (ties to even); a zero element gives
 // 65535 (0 when val is 0) and the warning.
 ZvpStatus zvpsDivCRev_16u(const Zvp16u* pSrc, Zvp16u val, Zvp16u* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    return divSmall(divk::Const<Zvp16u>(val), divk::Vec<Zvp16u>{pSrc}, pDst, len, 0);
+    return form::cv<DivSmall<Zvp16u>>(pSrc, val, pDst, len);
 }
 ZvpStatus zvpsDivCRev_16u_I(Zvp16u val, Zvp16u* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return divSmall(divk::Const<Zvp16u>(val), divk::Vec<Zvp16u>{pSrcDst}, pSrcDst, len, 0);
+    return form::cvI<DivSmall<Zvp16u>>(val, pSrcDst, len);
 }
 
 ZvpStatus zvpsDivCRev_32f(const Zvp32f* pSrc, Zvp32f val, Zvp32f* pDst, int len) {

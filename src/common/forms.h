@@ -98,6 +98,30 @@ inline void lanewise(A a, B b, D* d, std::ptrdiff_t n) {
     for (; i < n; ++i) S::store(d + i, at.template operator()<S>(i));
 }
 
+// d[i] = fn.at<L>(i) over n values of D, for a kernel object fn whose at<L>
+// loads what the L::N destination values from i on need and returns their
+// lane: two body lanes of V values per step (loads before stores; a full
+// vector by default), then one, then U values at a time (U = 2 for complex
+// pairs, whose parts depend on each other). fn is taken and returned by
+// value, so whatever it gathers (a warning) comes back to the caller and its
+// state stays in registers.
+template <class D, int U, int V_ = Full<D>::N, class Fn>
+[[gnu::always_inline]] inline Fn each(Fn fn, D* d, std::ptrdiff_t n) {
+    using F = Lanes<D, V_>;
+    using S = Lanes<D, U>;
+    constexpr std::ptrdiff_t V = F::N;
+    std::ptrdiff_t i = 0;
+    for (; i + 2 * V <= n; i += 2 * V) {
+        const auto r0 = fn.template at<F>(i);
+        const auto r1 = fn.template at<F>(i + V);
+        F::store(d + i, r0);
+        F::store(d + i + V, r1);
+    }
+    for (; i + V <= n; i += V) F::store(d + i, fn.template at<F>(i));
+    for (; i < n; i += U) S::store(d + i, fn.template at<S>(i));
+    return fn;
+}
+
 // ---- Complex elements as reals ----------------------------------------------
 
 template <class C>
