@@ -82,16 +82,18 @@ using AddProd16s32sK = muldiv::Accumulate<Zvp32s, AddProd16s32s, muldiv::Lanes64
 using AddProd32sK = muldiv::Accumulate<Zvp32s, AddProd32s, muldiv::Lanes64to32, k32s>;
 
 // ---- Floating point ----------------------------------------------------------------
+// The product rounded, then the sum; the tail is the same lane code on one
+// value (one complex pair).
 
-using namespace mulf;
-
-template <class T>
+template <class T, class A, class B>
 struct AddProdReal {
-    const T* a;
-    const T* b;
+    A a;
+    B b;
     T* d;
-    Vec<T> compute(std::ptrdiff_t i) const { return add(load(d + i), mul(load(a + i), load(b + i))); }
-    void tail(std::ptrdiff_t i) const { d[i] = d[i] + a[i] * b[i]; }
+    template <class L>
+    typename L::R compute(std::ptrdiff_t i) const {
+        return L::add(L::load(d + i), L::mul(a.template load<L>(i), b.template load<L>(i)));
+    }
 };
 
 template <class T>
@@ -99,22 +101,29 @@ struct AddProdCplx {
     const T* a;
     const T* b;
     T* d;
-    Vec<T> compute(std::ptrdiff_t i) const { return add(load(d + i), cmul(load(a + i), load(b + i))); }
-    void tail(std::ptrdiff_t i) const {
-        T re, im;
-        cmulScalar(a[i], a[i + 1], b[i], b[i + 1], re, im);
-        d[i] = d[i] + re;
-        d[i + 1] = d[i + 1] + im;
+    template <class L>
+    typename L::R compute(std::ptrdiff_t i) const {
+        return L::add(L::load(d + i), L::cmul(L::load(a + i), L::load(b + i)));
     }
 };
 
-struct AddProdC32f {
-    const float* a;
-    float c;
-    float* d;
-    __m128 cv = _mm_set1_ps(c);
-    __m128 compute(std::ptrdiff_t i) const { return add(load(d + i), mul(load(a + i), cv)); }
-    void tail(std::ptrdiff_t i) const { d[i] = d[i] + a[i] * c; }
+// Kernel policies of the forms: the destination is the accumulator.
+template <class T>
+struct AddProdFloat {
+    using type = T;
+    template <class A, class B>
+    static ZvpStatus run(A a, B b, T* d, std::ptrdiff_t n) {
+        mulf::drive<Full<T>::N, 1>(AddProdReal<T, A, B>{a, b, d}, n);
+        return zvpStsNoErr;
+    }
+};
+template <class T>
+struct AddProdComplex {
+    using type = T;
+    static ZvpStatus run(form::Vec<T> a, form::Vec<T> b, T* d, std::ptrdiff_t n) {
+        mulf::drive<Full<T>::N, 2>(AddProdCplx<T>{a.p, b.p, d}, n);
+        return zvpStsNoErr;
+    }
 };
 
 }  // namespace
@@ -133,35 +142,19 @@ ZvpStatus zvpsAddProduct_32s_Sfs(const Zvp32s* pSrc1, const Zvp32s* pSrc2, Zvp32
 }
 
 ZvpStatus zvpsAddProduct_32f(const Zvp32f* pSrc1, const Zvp32f* pSrc2, Zvp32f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    drive<4, 1>(AddProdReal<float>{pSrc1, pSrc2, pSrcDst}, len);
-    return zvpStsNoErr;
+    return form::vv<AddProdFloat<Zvp32f>>(pSrc1, pSrc2, pSrcDst, len);
 }
 ZvpStatus zvpsAddProduct_64f(const Zvp64f* pSrc1, const Zvp64f* pSrc2, Zvp64f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    drive<2, 1>(AddProdReal<double>{pSrc1, pSrc2, pSrcDst}, len);
-    return zvpStsNoErr;
+    return form::vv<AddProdFloat<Zvp64f>>(pSrc1, pSrc2, pSrcDst, len);
 }
 ZvpStatus zvpsAddProduct_32fc(const Zvp32fc* pSrc1, const Zvp32fc* pSrc2, Zvp32fc* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    drive<4, 2>(AddProdCplx<float>{&pSrc1->re, &pSrc2->re, &pSrcDst->re}, 2 * std::ptrdiff_t(len));
-    return zvpStsNoErr;
+    return form::vv<AddProdComplex<Zvp32f>>(pSrc1, pSrc2, pSrcDst, len);
 }
 ZvpStatus zvpsAddProduct_64fc(const Zvp64fc* pSrc1, const Zvp64fc* pSrc2, Zvp64fc* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    drive<2, 2>(AddProdCplx<double>{&pSrc1->re, &pSrc2->re, &pSrcDst->re}, 2 * std::ptrdiff_t(len));
-    return zvpStsNoErr;
+    return form::vv<AddProdComplex<Zvp64f>>(pSrc1, pSrc2, pSrcDst, len);
 }
-
 ZvpStatus zvpsAddProductC_32f(const Zvp32f* pSrc, Zvp32f val, Zvp32f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    drive<4, 1>(AddProdC32f{pSrc, val, pSrcDst}, len);
-    return zvpStsNoErr;
+    return form::vc<AddProdFloat<Zvp32f>>(pSrc, val, pSrcDst, len);
 }
 
 }  // namespace zvp::p8

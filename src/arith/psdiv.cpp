@@ -127,147 +127,145 @@ struct RefusesZero : K {
 
 using namespace mulf;
 
+// d = num / den, real; notes zero divisors (a mask over the body's full
+// lanes, a flag in the tail, whose unused lanes hold zeros).
+template <class T, class A, class B>
+struct DivReal {
+    A num;
+    B den;
+    T* d;
+    mutable Vec<T> zeros = Full<T>::zero();
+    mutable bool zeroTail = false;
+    template <class L>
+    typename L::R compute(std::ptrdiff_t i) const {
+        const auto x = den.template load<L>(i);
+        const auto z = L::eq(x, L::zero());
+        if constexpr (L::N == Full<T>::N) zeros = L::or_(zeros, z);
+        else zeroTail |= L::anyOf(z);
+        return L::div(num.template load<L>(i), x);
+    }
+    bool sawZero() const { return Full<T>::anyOf(zeros) || zeroTail; }
+};
+
+// Complex quotients b / a of a pair of elements (DL = Full<double>) or of
+// one (DL = One<double>), the parts split into real and imaginary lanes.
+// 32fc: computed in double, which holds |a|^2 without overflow or underflow
+// for every single-precision a. 64fc: the divisor is first scaled by
+// s = 2^-e, e the exponent of its larger part, so |a s|^2 lies in [1, 8) and
+// b / a = s * b conj(a s) / |a s|^2. A zero divisor gives each dividend part
+// divided by +0 (the IEEE quotient).
+template <class DL, bool kScaled>
+inline bool cdiv(typename DL::R ar, typename DL::R ai, typename DL::R br, typename DL::R bi,
+                 typename DL::R& re, typename DL::R& im) {
+    using V = typename DL::R;
+    V s = DL::set1(1.0);
+    if constexpr (kScaled) {
+        using I = Full<std::int64_t>;
+        const __m128i e = I::min(I::and_(DL::bits(DL::max(DL::abs(ar), DL::abs(ai))), I::set1(0x7FF0000000000000)),
+                                 I::set1(std::int64_t(2045) << 52));
+        s = DL::fromBits(I::sub(I::set1(std::int64_t(2046) << 52), e));
+        ar = DL::mul(ar, s);
+        ai = DL::mul(ai, s);
+    }
+    const V den = DL::add(DL::mul(ar, ar), DL::mul(ai, ai));
+    const V nre = DL::add(DL::mul(br, ar), DL::mul(bi, ai));
+    const V nim = DL::sub(DL::mul(bi, ar), DL::mul(br, ai));
+    const auto z = DL::eq(den, DL::zero());
+    re = DL::div(nre, den);
+    im = DL::div(nim, den);
+    if constexpr (kScaled) {
+        re = DL::mul(re, s);
+        im = DL::mul(im, s);
+    }
+    if (!DL::anyOf(z)) return false;
+    re = DL::blend(re, DL::div(br, den), z);
+    im = DL::blend(im, DL::div(bi, den), z);
+    return true;
+}
+
 template <class T>
-struct DivReal {  // d = b / a
+struct DivCplx {
     const T* a;
     const T* b;
     T* d;
-    mutable Vec<T> zeros = zero(T());
-    mutable bool zeroTail = false;
-    Vec<T> compute(std::ptrdiff_t i) const {
-        const Vec<T> x = load(a + i);
-        zeros = bitOr(zeros, cmpeq(x, zero(T())));
-        return div(load(b + i), x);
+    bool zeros = false;
+    template <class DL>
+    void loadParts(const T* p, typename DL::R& re, typename DL::R& im) const {
+        if constexpr (std::is_same_v<T, double>) {
+            if constexpr (DL::N == 1) {
+                re = DL::load(p);
+                im = DL::load(p + 1);
+            } else {
+                const auto v0 = DL::load(p), v1 = DL::load(p + 2);
+                re = DL::zipLo(v0, v1);
+                im = DL::zipHi(v0, v1);
+            }
+        } else if constexpr (DL::N == 1) {
+            re = DL::fromF32(One<float>::load(p));
+            im = DL::fromF32(One<float>::load(p + 1));
+        } else {
+            const auto v = Full<float>::load(p);
+            const auto lo = DL::fromF32(v), hi = DL::fromF32(Full<float>::hiHalf(v));
+            re = DL::zipLo(lo, hi);
+            im = DL::zipHi(lo, hi);
+        }
     }
-    void tail(std::ptrdiff_t i) const {
-        zeroTail |= a[i] == T(0);
-        d[i] = b[i] / a[i];
+    template <class DL>
+    void storeParts(T* p, typename DL::R re, typename DL::R im) const {
+        if constexpr (std::is_same_v<T, double>) {
+            if constexpr (DL::N == 1) {
+                DL::store(p, re);
+                DL::store(p + 1, im);
+            } else {
+                DL::store(p, DL::zipLo(re, im));
+                DL::store(p + 2, DL::zipHi(re, im));
+            }
+        } else {
+            const auto lo = DL::toF32(DL::zipLo(re, im));
+            if constexpr (DL::N == 1) Pair<float>::store(p, lo);
+            else Full<float>::store(p, Full<float>::joinLo(lo, DL::toF32(DL::zipHi(re, im))));
+        }
     }
-    bool sawZero() const { return anyLane(zeros) || zeroTail; }
+    // Two complex elements (i counts parts), or one.
+    template <class DL>
+    void step(std::ptrdiff_t i) {
+        typename DL::R ar, ai, br, bi, re, im;
+        loadParts<DL>(a + i, ar, ai);
+        loadParts<DL>(b + i, br, bi);
+        zeros |= cdiv<DL, std::is_same_v<T, double>>(ar, ai, br, bi, re, im);
+        storeParts<DL>(d + i, re, im);
+    }
 };
 
+// Kernel policies of the forms (dividend first).
 template <class T>
-struct DivRevC {  // d = c / a
-    const T* a;
-    T c;
-    T* d;
-    Vec<T> cv = set1(c);
-    mutable Vec<T> zeros = zero(T());
-    mutable bool zeroTail = false;
-    Vec<T> compute(std::ptrdiff_t i) const {
-        const Vec<T> x = load(a + i);
-        zeros = bitOr(zeros, cmpeq(x, zero(T())));
-        return div(cv, x);
+struct DivFloat {
+    using type = T;
+    template <class A, class B>
+    static ZvpStatus run(A num, B den, T* d, std::ptrdiff_t n) {
+        return warnIf(drive<Full<T>::N, 1>(DivReal<T, A, B>{num, den, d}, n).sawZero());
     }
-    void tail(std::ptrdiff_t i) const {
-        zeroTail |= a[i] == T(0);
-        d[i] = c / a[i];
-    }
-    bool sawZero() const { return anyLane(zeros) || zeroTail; }
 };
-
-// Complex quotients b / a of two pairs held as split parts in double lanes.
-// 32fc: computed in double, which holds |a|^2 without overflow or underflow
-// for every single-precision a. A zero divisor gives each dividend part
-// divided by +0 (the IEEE quotient).
-inline int cdiv32(__m128d ar, __m128d ai, __m128d br, __m128d bi, __m128d& re, __m128d& im) {
-    const __m128d den = _mm_add_pd(_mm_mul_pd(ar, ar), _mm_mul_pd(ai, ai));
-    const __m128d nre = _mm_add_pd(_mm_mul_pd(br, ar), _mm_mul_pd(bi, ai));
-    const __m128d nim = _mm_sub_pd(_mm_mul_pd(bi, ar), _mm_mul_pd(br, ai));
-    const __m128d z = _mm_cmpeq_pd(den, _mm_setzero_pd());
-    re = _mm_div_pd(nre, den);
-    im = _mm_div_pd(nim, den);
-    const int zeroLanes = _mm_movemask_pd(z);
-    if (zeroLanes) {
-        re = _mm_blendv_pd(re, _mm_div_pd(br, den), z);
-        im = _mm_blendv_pd(im, _mm_div_pd(bi, den), z);
-    }
-    return zeroLanes;
-}
-
-// 64fc: the divisor is first scaled by s = 2^-e, e the exponent of its
-// larger part, so |a s|^2 lies in [1, 8): b / a = s * b conj(a s) / |a s|^2.
-inline __m128d scaleOf(__m128d ar, __m128d ai) {
-    const __m128d absMask = _mm_castsi128_pd(_mm_set1_epi64x(INT64_MAX));
-    const __m128d m = _mm_max_pd(_mm_and_pd(ar, absMask), _mm_and_pd(ai, absMask));
-    __m128i e = _mm_and_si128(_mm_castpd_si128(m), _mm_set1_epi64x(0x7FF0000000000000));
-    const __m128i top = _mm_set1_epi64x(std::int64_t(2045) << 52);
-    e = _mm_blendv_epi8(e, top, _mm_cmpgt_epi64(e, top));
-    return _mm_castsi128_pd(_mm_sub_epi64(_mm_set1_epi64x(std::int64_t(2046) << 52), e));
-}
-inline int cdiv64(__m128d ar, __m128d ai, __m128d br, __m128d bi, __m128d& re, __m128d& im) {
-    const __m128d s = scaleOf(ar, ai);
-    ar = _mm_mul_pd(ar, s);
-    ai = _mm_mul_pd(ai, s);
-    const __m128d den = _mm_add_pd(_mm_mul_pd(ar, ar), _mm_mul_pd(ai, ai));
-    const __m128d nre = _mm_add_pd(_mm_mul_pd(br, ar), _mm_mul_pd(bi, ai));
-    const __m128d nim = _mm_sub_pd(_mm_mul_pd(bi, ar), _mm_mul_pd(br, ai));
-    const __m128d z = _mm_cmpeq_pd(den, _mm_setzero_pd());
-    re = _mm_mul_pd(_mm_div_pd(nre, den), s);
-    im = _mm_mul_pd(_mm_div_pd(nim, den), s);
-    const int zeroLanes = _mm_movemask_pd(z);
-    if (zeroLanes) {
-        re = _mm_blendv_pd(re, _mm_div_pd(br, den), z);
-        im = _mm_blendv_pd(im, _mm_div_pd(bi, den), z);
-    }
-    return zeroLanes;
-}
-
-// Two complex elements per step; a single last element runs in lane 0 with
-// the divisor 1 in lane 1.
-struct DivCplx32 {
-    const float* a;
-    const float* b;
-    float* d;
-    mutable int zeros = 0;
-    static void split(__m128 v, __m128d& re, __m128d& im) {
-        const __m128d lo = _mm_cvtps_pd(v), hi = _mm_cvtps_pd(_mm_movehl_ps(v, v));
-        re = _mm_unpacklo_pd(lo, hi);
-        im = _mm_unpackhi_pd(lo, hi);
-    }
-    static __m128 join(__m128d re, __m128d im) {
-        return _mm_movelh_ps(_mm_cvtpd_ps(_mm_unpacklo_pd(re, im)), _mm_cvtpd_ps(_mm_unpackhi_pd(re, im)));
-    }
-    void vec(std::ptrdiff_t i) const {
-        __m128d ar, ai, br, bi, re, im;
-        split(_mm_loadu_ps(a + i), ar, ai);
-        split(_mm_loadu_ps(b + i), br, bi);
-        zeros |= cdiv32(ar, ai, br, bi, re, im);
-        _mm_storeu_ps(d + i, join(re, im));
-    }
-    void tail(std::ptrdiff_t i) const {
-        __m128d re, im;
-        zeros |= cdiv32(_mm_setr_pd(a[i], 1.0), _mm_set_sd(a[i + 1]), _mm_set_sd(b[i]), _mm_set_sd(b[i + 1]), re, im);
-        const __m128 r = _mm_cvtpd_ps(_mm_unpacklo_pd(re, im));
-        d[i] = _mm_cvtss_f32(r);
-        d[i + 1] = _mm_cvtss_f32(_mm_shuffle_ps(r, r, 1));
+template <class T>
+struct DivComplex {
+    using type = T;
+    static ZvpStatus run(form::Vec<T> num, form::Vec<T> den, T* d, std::ptrdiff_t n) {
+        DivCplx<T> op{den.p, num.p, d};
+        std::ptrdiff_t i = 0;
+        for (; i + 4 <= n; i += 4) op.template step<Full<double>>(i);
+        for (; i < n; i += 2) op.template step<One<double>>(i);
+        return warnIf(op.zeros);
     }
 };
 
-struct DivCplx64 {
-    const double* a;
-    const double* b;
-    double* d;
-    mutable int zeros = 0;
-    void vec(std::ptrdiff_t i) const {
-        const __m128d a0 = _mm_loadu_pd(a + i), a1 = _mm_loadu_pd(a + i + 2);
-        const __m128d b0 = _mm_loadu_pd(b + i), b1 = _mm_loadu_pd(b + i + 2);
-        __m128d re, im;
-        zeros |= cdiv64(_mm_unpacklo_pd(a0, a1), _mm_unpackhi_pd(a0, a1), _mm_unpacklo_pd(b0, b1),
-                        _mm_unpackhi_pd(b0, b1), re, im);
-        _mm_storeu_pd(d + i, _mm_unpacklo_pd(re, im));
-        _mm_storeu_pd(d + i + 2, _mm_unpackhi_pd(re, im));
-    }
-    void tail(std::ptrdiff_t i) const {
-        __m128d re, im;
-        zeros |= cdiv64(_mm_setr_pd(a[i], 1.0), _mm_set_sd(a[i + 1]), _mm_set_sd(b[i]), _mm_set_sd(b[i + 1]), re, im);
-        _mm_storeu_pd(d + i, _mm_unpacklo_pd(re, im));
-    }
-};
-
-template <class Op, class C>
-ZvpStatus divCplx(const C* a, const C* b, C* d, int len) {
-    return warnIf(drive<4, 2>(Op{&a->re, &b->re, &d->re}, 2 * std::ptrdiff_t(len)).zeros != 0);
+// 1 / c of a complex constant: conj(c) / |c|^2, for 32fc formed in double
+// and rounded once per part, for 64fc with the scaling of the quotients.
+template <class C>
+C reciprocal(C c) {
+    using DL = One<double>;
+    DL::R re, im;
+    cdiv<DL, std::is_same_v<C, Zvp64fc>>(DL::set1(c.re), DL::set1(c.im), DL::set1(1.0), DL::zero(), re, im);
+    return {decltype(c.re)(DL::first(re)), decltype(c.re)(DL::first(im))};
 }
 
 }  // namespace
@@ -305,44 +303,19 @@ ZvpStatus zvpsDiv_32s16s_ISfs(const Zvp32s* pSrc, Zvp16s* pSrcDst, int len, int 
 
 // ---- Div: floating point --------------------------------------------------------
 
-#define ZVP_DIV_REAL(T)                                                                        \
+#define ZVP_DIV_FLOAT(T, K)                                                                    \
     ZvpStatus zvpsDiv_##T(const Zvp##T* pSrc1, const Zvp##T* pSrc2, Zvp##T* pDst, int len) {   \
-        ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);                                                    \
-        ZVP_CHECK_LENS(len);                                                                   \
-        const auto op = drive<16 / sizeof(Zvp##T), 1>(DivReal<Zvp##T>{pSrc1, pSrc2, pDst}, len); \
-        return warnIf(op.sawZero());                                                           \
+        return form::vvRev<K>(pSrc1, pSrc2, pDst, len);                                        \
     }                                                                                          \
     ZvpStatus zvpsDiv_##T##_I(const Zvp##T* pSrc, Zvp##T* pSrcDst, int len) {                  \
-        ZVP_CHECK_PTRS(pSrc, pSrcDst);                                                         \
-        ZVP_CHECK_LENS(len);                                                                   \
-        const auto op = drive<16 / sizeof(Zvp##T), 1>(DivReal<Zvp##T>{pSrc, pSrcDst, pSrcDst}, len); \
-        return warnIf(op.sawZero());                                                           \
+        return form::vvI<K>(pSrc, pSrcDst, len);                                               \
     }
 
-ZVP_DIV_REAL(32f)
-ZVP_DIV_REAL(64f)
-#undef ZVP_DIV_REAL
-
-ZvpStatus zvpsDiv_32fc(const Zvp32fc* pSrc1, const Zvp32fc* pSrc2, Zvp32fc* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    ZVP_CHECK_LENS(len);
-    return divCplx<DivCplx32>(pSrc1, pSrc2, pDst, len);
-}
-ZvpStatus zvpsDiv_32fc_I(const Zvp32fc* pSrc, Zvp32fc* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return divCplx<DivCplx32>(pSrc, pSrcDst, pSrcDst, len);
-}
-ZvpStatus zvpsDiv_64fc(const Zvp64fc* pSrc1, const Zvp64fc* pSrc2, Zvp64fc* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    ZVP_CHECK_LENS(len);
-    return divCplx<DivCplx64>(pSrc1, pSrc2, pDst, len);
-}
-ZvpStatus zvpsDiv_64fc_I(const Zvp64fc* pSrc, Zvp64fc* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return divCplx<DivCplx64>(pSrc, pSrcDst, pSrcDst, len);
-}
+ZVP_DIV_FLOAT(32f, DivFloat<Zvp32f>)
+ZVP_DIV_FLOAT(64f, DivFloat<Zvp64f>)
+ZVP_DIV_FLOAT(32fc, DivComplex<Zvp32f>)
+ZVP_DIV_FLOAT(64fc, DivComplex<Zvp64f>)
+#undef ZVP_DIV_FLOAT
 
 // ---- DivC ------------------------------------------------------------------------
 
@@ -390,21 +363,6 @@ ZvpStatus zvpsDivC_64f_I(Zvp64f val, Zvp64f* pSrcDst, int len) {
     return p8::zvpsMulC_64f_I(1.0 / val, pSrcDst, len);
 }
 
-namespace {
-// 1 / c of a complex constant: conj(c) / |c|^2, for 32fc formed in double
-// and rounded once per part, for 64fc with the scaling of cdiv64.
-Zvp32fc reciprocal(Zvp32fc c) {
-    __m128d re, im;
-    cdiv32(_mm_setr_pd(c.re, 1.0), _mm_set_sd(c.im), _mm_set_sd(1.0), _mm_setzero_pd(), re, im);
-    return {float(_mm_cvtsd_f64(re)), float(_mm_cvtsd_f64(im))};
-}
-Zvp64fc reciprocal(Zvp64fc c) {
-    __m128d re, im;
-    cdiv64(_mm_setr_pd(c.re, 1.0), _mm_set_sd(c.im), _mm_set_sd(1.0), _mm_setzero_pd(), re, im);
-    return {_mm_cvtsd_f64(re), _mm_cvtsd_f64(im)};
-}
-}  // namespace
-
 ZvpStatus zvpsDivC_32fc(const Zvp32fc* pSrc, Zvp32fc val, Zvp32fc* pDst, int len) {
     ZVP_CHECK_PTRS(pSrc, pDst);
     ZVP_CHECK_LENS(len);
@@ -442,16 +400,10 @@ ZvpStatus zvpsDivCRev_16u_I(Zvp16u val, Zvp16u* pSrcDst, int len) {
 }
 
 ZvpStatus zvpsDivCRev_32f(const Zvp32f* pSrc, Zvp32f val, Zvp32f* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    const auto op = drive<4, 1>(DivRevC<Zvp32f>{pSrc, val, pDst}, len);
-    return warnIf(op.sawZero());
+    return form::cv<DivFloat<Zvp32f>>(pSrc, val, pDst, len);
 }
 ZvpStatus zvpsDivCRev_32f_I(Zvp32f val, Zvp32f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    const auto op = drive<4, 1>(DivRevC<Zvp32f>{pSrcDst, val, pSrcDst}, len);
-    return warnIf(op.sawZero());
+    return form::cvI<DivFloat<Zvp32f>>(val, pSrcDst, len);
 }
 
 }  // namespace zvp::p8

@@ -80,6 +80,9 @@ struct Ops<float> {
     static __m128i toI32Trunc(R v) { return _mm_cvttps_epi32(v); }
     static R roundNearest(R v) { return _mm_round_ps(v, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
     static R hiHalf(R v) { return _mm_movehl_ps(v, v); }
+    static R zipLo(R a, R b) { return _mm_unpacklo_ps(a, b); }
+    static R zipHi(R a, R b) { return _mm_unpackhi_ps(a, b); }
+    static R joinLo(R a, R b) { return _mm_movelh_ps(a, b); }
     // (x0, x0, x1, x1) from the low half
     static R dupEach(R v) { return _mm_unpacklo_ps(v, v); }
 };
@@ -142,6 +145,9 @@ struct Ops<double> {
     static __m128i toI32Trunc(R v) { return _mm_cvttpd_epi32(v); }
     static R roundNearest(R v) { return _mm_round_pd(v, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
     static R hiHalf(R v) { return _mm_unpackhi_pd(v, v); }
+    static R zipLo(R a, R b) { return _mm_unpacklo_pd(a, b); }
+    static R zipHi(R a, R b) { return _mm_unpackhi_pd(a, b); }
+    static R joinLo(R a, R b) { return _mm_unpacklo_pd(a, b); }
     static R dupEach(R v) { return _mm_movedup_pd(v); }
 };
 
@@ -214,6 +220,14 @@ struct FloatLane {
     static R roundNearest(R v) { return O::roundNearest(v); }
     // The high 8 bytes moved to the low ones.
     static R hiHalf(R v) { return O::hiHalf(v); }
+    // (a0, b0, a1, b1 ...) from the low halves, or from the high halves; the
+    // low half of a followed by the low half of b.
+    static R zipLo(R a, R b) { return O::zipLo(a, b); }
+    static R zipHi(R a, R b) { return O::zipHi(a, b); }
+    static R joinLo(R a, R b) { return O::joinLo(a, b); }
+    // The register's bits as integer lanes, and back.
+    static __m128i bits(R v) { return O::bits(v); }
+    static R fromBits(__m128i v) { return O::cast(v); }
 
     // ---- bits, compares, selection
     static R and_(R a, R b) { return O::and_(a, b); }
