@@ -11,6 +11,8 @@
 //   vcI(c, sd, len, x...)      sd[i] = sd[i] op c
 //   cv(s, c, d, len, x...)     d[i] = c op s[i]      (CRev)
 //   cvI(c, sd, len, x...)      sd[i] = c op sd[i]
+//   v(s, d, len, x...)         d[i] = op(s[i])       (unary)
+//   vI(sd, len, x...)          sd[i] = op(sd[i])
 //   vvAsReals, vvRevAsReals, vvIAsReals
 //                              a complex integer form defined as its real
 //                              form on twice the length: checks the length
@@ -219,6 +221,24 @@ ZvpStatus cvI(C c, C* sd, std::ptrdiff_t len, X... x) {
     ZVP_CHECK_LENS(len);
     ZVP_RETURN_IF_ERROR(ownChecks<K>(x...));
     return K::run(constOf(c), Vec<Part<C>>{parts(sd)}, parts(sd), kParts<C> * len, x...);
+}
+
+// Unary shapes: d[i] = op(s[i]) and sd[i] = op(sd[i]), the extra values x
+// (scale factor, constants) passed on to the policy: K::run(Vec a, T* d, n, x...).
+template <class K, class A, class C, class... X>
+ZvpStatus v(const A* s, C* d, std::ptrdiff_t len, X... x) {
+    ZVP_CHECK_PTRS(s, d);
+    ZVP_CHECK_LENS(len);
+    ZVP_RETURN_IF_ERROR(ownChecks<K>(x...));
+    return K::run(Vec<Part<A>>{parts(s)}, parts(d), kParts<C> * len, x...);
+}
+
+template <class K, class C, class... X>
+ZvpStatus vI(C* sd, std::ptrdiff_t len, X... x) {
+    ZVP_CHECK_PTRS(sd);
+    ZVP_CHECK_LENS(len);
+    ZVP_RETURN_IF_ERROR(ownChecks<K>(x...));
+    return K::run(Vec<Part<C>>{parts(sd)}, parts(sd), kParts<C> * len, x...);
 }
 
 // The real form on twice the length, for the complex integer forms that are
