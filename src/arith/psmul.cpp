@@ -424,35 +424,47 @@ ZvpStatus zvpsMulC_64s_ISfs(Zvp64s val, Zvp64s* pSrcDst, int len, int scaleFacto
     return form::vcI<MulC64sK>(val, pSrcDst, len, scaleFactor);
 }
 
+namespace {
+
 // R = val * x exactly: val = m * 2^e with an integer m of at most 53 bits,
 // so R = (m * x) * 2^e and the result is the rule applied to the 117-bit
 // integer m * x with the scale factor sf - e. A NaN constant gives 0 and an
-// infinite one the bound of the sign (0 where x = 0).
-ZvpStatus zvpsMulC_64f64s_ISfs(Zvp64f val, Zvp64s* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    std::uint64_t bits;
-    std::memcpy(&bits, &val, sizeof bits);
-    const bool neg = bits >> 63;
-    const int biased = int((bits >> 52) & 0x7FF);
-    std::uint64_t frac = bits & ((std::uint64_t(1) << 52) - 1);
-    if (biased == 0x7FF) {
-        for (int i = 0; i < len; ++i) {
-            const Zvp64s x = pSrcDst[i];
-            pSrcDst[i] = (frac != 0 || x == 0) ? 0 : ((x < 0) != neg ? INT64_MIN : INT64_MAX);
+// infinite one the bound of the sign (0 where x = 0). Integer arithmetic
+// only: the caller's floating-point state plays no part.
+struct MulC64f64s {
+    using type = Zvp64s;
+    template <class A>
+    static ZvpStatus run(A a, form::Const<Zvp64f> c, Zvp64s* d, std::ptrdiff_t n, int scaleFactor) {
+        const Zvp64f val = c.c0;
+        std::uint64_t bits;
+        std::memcpy(&bits, &val, sizeof bits);
+        const bool neg = bits >> 63;
+        const int biased = int((bits >> 52) & 0x7FF);
+        std::uint64_t frac = bits & ((std::uint64_t(1) << 52) - 1);
+        if (biased == 0x7FF) {
+            for (std::ptrdiff_t i = 0; i < n; ++i) {
+                const Zvp64s x = a.at(i);
+                d[i] = (frac != 0 || x == 0) ? 0 : ((x < 0) != neg ? INT64_MIN : INT64_MAX);
+            }
+            return zvpStsNoErr;
         }
+        int e = biased - 1075;
+        if (biased == 0) e = -1074;
+        else frac |= std::uint64_t(1) << 52;
+        const std::int64_t m = neg ? -std::int64_t(frac) : std::int64_t(frac);
+        // |m * x| < 2^117: beyond a shift of 200 either way every result is 0 or
+        // saturated, so the shift is clamped there without changing anything.
+        std::int64_t shift = std::int64_t(scaleFactor) - e;
+        shift = shift > 200 ? 200 : (shift < -200 ? -200 : shift);
+        for (std::ptrdiff_t i = 0; i < n; ++i) d[i] = scaleRule<Zvp64s>(mulWideS(m, a.at(i)), int(shift));
         return zvpStsNoErr;
     }
-    int e = biased - 1075;
-    if (biased == 0) e = -1074;
-    else frac |= std::uint64_t(1) << 52;
-    const std::int64_t m = neg ? -std::int64_t(frac) : std::int64_t(frac);
-    // |m * x| < 2^117: beyond a shift of 200 either way every result is 0 or
-    // saturated, so the shift is clamped there without changing anything.
-    std::int64_t shift = std::int64_t(scaleFactor) - e;
-    shift = shift > 200 ? 200 : (shift < -200 ? -200 : shift);
-    for (int i = 0; i < len; ++i) pSrcDst[i] = scaleRule<Zvp64s>(mulWideS(m, pSrcDst[i]), int(shift));
-    return zvpStsNoErr;
+};
+
+}  // namespace
+
+ZvpStatus zvpsMulC_64f64s_ISfs(Zvp64f val, Zvp64s* pSrcDst, int len, int scaleFactor) {
+    return form::vcI<MulC64f64s>(val, pSrcDst, len, scaleFactor);
 }
 
 }  // namespace zvp::p8

@@ -191,16 +191,18 @@ ZvpStatus vvI(const A* s, C* sd, std::ptrdiff_t len, X... x) {
     return K::run(Vec<Part<C>>{parts(sd)}, Vec<Part<A>>{parts(s)}, parts(sd), kParts<C> * len, x...);
 }
 
-template <class K, class C, class... X>
-ZvpStatus vc(const C* s, C c, C* d, std::ptrdiff_t len, X... x) {
+// The constant may differ in type from the vectors (a float factor of an
+// integer vector); the count is the destination's.
+template <class K, class A, class V, class C, class... X>
+ZvpStatus vc(const A* s, V c, C* d, std::ptrdiff_t len, X... x) {
     ZVP_CHECK_PTRS(s, d);
     ZVP_CHECK_LENS(len);
     ZVP_RETURN_IF_ERROR(ownChecks<K>(x...));
-    return K::run(Vec<Part<C>>{parts(s)}, constOf(c), parts(d), kParts<C> * len, x...);
+    return K::run(Vec<Part<A>>{parts(s)}, constOf(c), parts(d), kParts<C> * len, x...);
 }
 
-template <class K, class C, class... X>
-ZvpStatus vcI(C c, C* sd, std::ptrdiff_t len, X... x) {
+template <class K, class V, class C, class... X>
+ZvpStatus vcI(V c, C* sd, std::ptrdiff_t len, X... x) {
     ZVP_CHECK_PTRS(sd);
     ZVP_CHECK_LENS(len);
     ZVP_RETURN_IF_ERROR(ownChecks<K>(x...));
