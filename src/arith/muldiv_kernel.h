@@ -200,17 +200,24 @@ inline void fillZero(T* d, std::ptrdiff_t n) {
     std::memset(static_cast<void*>(d), 0, std::size_t(n) * sizeof(T));
 }
 
+// One path over n values of D; a function of its own, so each loop keeps
+// its constants in registers with a small frame.
+template <class D, int U, class LS, class S>
+[[gnu::noinline]] void runPath(S s, D* d, std::ptrdiff_t n, int sf) {
+    form::each<D, U>(Kernel<LS, S>{LS(sf), s}, d, n);
+}
+
 // Runs the path of sf over n values of D through the lane set LS<path>;
 // U values at a time in the tail.
 template <class D, int U, template <Path> class LS, class S>
 ZvpStatus scaled(const S& s, D* d, std::ptrdiff_t n, int sf, Limits lim) {
     switch (pathOf(sf, lim.z, lim.n)) {
-        case Path::Plain: form::each<D, U>(Kernel<LS<Path::Plain>, S>{LS<Path::Plain>(sf), s}, d, n); break;
-        case Path::One: form::each<D, U>(Kernel<LS<Path::One>, S>{LS<Path::One>(sf), s}, d, n); break;
-        case Path::Pos: form::each<D, U>(Kernel<LS<Path::Pos>, S>{LS<Path::Pos>(sf), s}, d, n); break;
+        case Path::Plain: runPath<D, U, LS<Path::Plain>>(s, d, n, sf); break;
+        case Path::One: runPath<D, U, LS<Path::One>>(s, d, n, sf); break;
+        case Path::Pos: runPath<D, U, LS<Path::Pos>>(s, d, n, sf); break;
         case Path::Zero: fillZero(d, n); break;
-        case Path::Neg: form::each<D, U>(Kernel<LS<Path::Neg>, S>{LS<Path::Neg>(sf), s}, d, n); break;
-        case Path::Bound: form::each<D, U>(Kernel<LS<Path::Bound>, S>{LS<Path::Bound>(sf), s}, d, n); break;
+        case Path::Neg: runPath<D, U, LS<Path::Neg>>(s, d, n, sf); break;
+        case Path::Bound: runPath<D, U, LS<Path::Bound>>(s, d, n, sf); break;
     }
     return zvpStsNoErr;
 }
