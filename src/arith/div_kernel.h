@@ -19,24 +19,29 @@
 // serves |A| < 2^23, double (p = 53, two lanes) |A| < 2^52. Toward zero,
 // the division itself is done toward zero, which never crosses an integer.
 // Division by zero yields +-inf (clamped to the bounds: the substitutes) or
-// NaN for 0/0 (replaced by 0).
+// NaN for 0/0 (replaced by 0). The kernels run under the MXCSR guard, so
+// neither the caller's rounding mode nor its flush settings reach them.
 //
 // Wider operands use quotientRule(), exact integer division on up to 127
 // bits.
 #pragma once
 
-#include <immintrin.h>
-
 #include <cstdint>
 #include <limits>
 #include <type_traits>
 
+#include "forms.h"
 #include "fpguard.h"
 #include "int128.h"
-#include "simd.h"
+#include "lane.h"
+#include "level.h"
+#include "scale.h"
 #include "zvps.h"
 
-namespace zvp::divk {
+namespace zvp::ZVP_LEVEL::divk {
+
+using form::Const;
+using form::Vec;
 
 enum class Rnd { Zero, Near, Fin };
 
@@ -108,140 +113,114 @@ constexpr T zeroDivisorValue(T a) {
     return a > 0 ? L::max() : L::min();
 }
 
-// ---- Operands ------------------------------------------------------------------
-
-// Eight elements of T as two vectors of 32-bit lanes, and back.
-template <class T>
-inline void load8(const T* p, __m128i& x0, __m128i& x1) {
-    if constexpr (std::is_same_v<T, Zvp8u>) {
-        const __m128i v = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
-        x0 = _mm_cvtepu8_epi32(v);
-        x1 = _mm_cvtepu8_epi32(_mm_srli_si128(v, 4));
-    } else {
-        const __m128i v = simd::loadu(p);
-        if constexpr (std::is_same_v<T, Zvp16s>) {
-            x0 = _mm_cvtepi16_epi32(v);
-            x1 = _mm_cvtepi16_epi32(_mm_srli_si128(v, 8));
-        } else {
-            x0 = _mm_cvtepu16_epi32(v);
-            x1 = _mm_cvtepu16_epi32(_mm_srli_si128(v, 8));
-        }
-    }
-}
-// The lanes are already within the bounds of T.
-template <class T>
-inline void store8(T* p, __m128i r0, __m128i r1) {
-    if constexpr (std::is_same_v<T, Zvp8u>) {
-        const __m128i w = _mm_packus_epi32(r0, r1);
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_packus_epi16(w, w));
-    } else if constexpr (std::is_same_v<T, Zvp16s>) {
-        simd::storeu(p, _mm_packs_epi32(r0, r1));
-    } else {
-        simd::storeu(p, _mm_packus_epi32(r0, r1));
-    }
-}
-
-template <class T>
-struct Vec {
-    static constexpr bool kVector = true;
-    const T* p;
-    T at(int i) const { return p[i]; }
-    void load(int i, __m128i& x0, __m128i& x1) const { load8(p + i, x0, x1); }
-};
-
-template <class T>
-struct Const {
-    static constexpr bool kVector = false;
-    T c;
-    __m128i v;
-    explicit Const(T c_) : c(c_), v(_mm_set1_epi32(c_)) {}
-    T at(int) const { return c; }
-    void load(int, __m128i& x0, __m128i& x1) const { x0 = x1 = v; }
-};
-
 // ---- Floating-point quotient kernels ------------------------------------------
 
-// Converts quotients (already NaN-free and clamped) by the rounding rule.
-// Rnd::Near and Rnd::Zero convert by the rounding mode the caller's guard
-// set; Rnd::Fin adds 1/2 with the quotient's sign and truncates.
-template <Rnd R>
-inline __m128i toInt(__m128 q) {
-    if constexpr (R == Rnd::Fin) {
-        const __m128 h = _mm_or_ps(_mm_and_ps(q, _mm_set1_ps(-0.0f)), _mm_set1_ps(0.5f));
-        return _mm_cvttps_epi32(_mm_add_ps(q, h));
+// The elements of a lane L of T as two registers of 32-bit lanes (the first
+// four, the next four), and back (the lanes already within T's range).
+template <class L>
+inline void widen32(__m128i v, __m128i& x0, __m128i& x1) {
+    if constexpr (sizeof(typename L::type) == 1) {
+        using W = Rebind<L, std::uint16_t>;
+        const __m128i w = L::widenLo(v);
+        x0 = W::widenLo(w);
+        x1 = W::widenHi(w);
     } else {
-        return _mm_cvtps_epi32(q);
+        x0 = L::widenLo(v);
+        x1 = L::widenHi(v);
     }
 }
-template <Rnd R>
-inline __m128i toInt(__m128d q) {
-    if constexpr (R == Rnd::Fin) {
-        const __m128d h = _mm_or_pd(_mm_and_pd(q, _mm_set1_pd(-0.0)), _mm_set1_pd(0.5));
-        return _mm_cvttpd_epi32(_mm_add_pd(q, h));
+template <class T>
+inline __m128i narrow32(__m128i r0, __m128i r1) {
+    using W = Full<std::int32_t>;
+    if constexpr (sizeof(T) == 1) {
+        const __m128i w = W::template narrow<std::uint16_t>(r0, r1);
+        return Full<std::int16_t>::template narrow<std::uint8_t>(w, w);
     } else {
-        return _mm_cvtpd_epi32(q);
+        return W::template narrow<T>(r0, r1);
     }
 }
 
-template <class T, Rnd R>
-struct QuotF {  // single precision, four lanes
-    __m128 p, s, lo, hi;
-    QuotF(int sf)
-        : p(_mm_set1_ps(sf < 0 ? float(1u << -sf) : 1.0f)),
-          s(_mm_set1_ps(sf > 0 ? float(1u << sf) : 1.0f)),
-          lo(_mm_set1_ps(float(std::numeric_limits<T>::min()))),
-          hi(_mm_set1_ps(float(std::numeric_limits<T>::max()))) {}
+// Quotients (NaN-free and clamped) convert by the rounding mode the
+// caller's guard set for Rnd::Near and Rnd::Zero; Rnd::Fin adds 1/2 with the
+// quotient's sign and truncates.
+// q = (a * p) / (b * s), NaN to 0, clamped to T's range, converted: on the
+// float lane F (one lane in the tail: the scalar instructions).
+template <class T, Rnd R, class F>
+struct Quot {
+    using V = typename F::R;
+    V p, s, lo, hi;
+    Quot(double p_, double s_)
+        : p(F::set1(typename F::type(p_))), s(F::set1(typename F::type(s_))),
+          lo(F::set1(typename F::type(std::numeric_limits<T>::min()))),
+          hi(F::set1(typename F::type(std::numeric_limits<T>::max()))) {}
     __m128i operator()(__m128i a, __m128i b) const {
-        __m128 q = _mm_div_ps(_mm_mul_ps(_mm_cvtepi32_ps(a), p), _mm_mul_ps(_mm_cvtepi32_ps(b), s));
-        q = _mm_and_ps(q, _mm_cmpord_ps(q, q));
-        return toInt<R>(_mm_min_ps(_mm_max_ps(q, lo), hi));
-    }
-};
-
-template <class T, Rnd R>
-struct QuotD {  // double precision, 2 x 2 lanes
-    __m128d p, s, lo, hi;
-    QuotD(int sf)
-        : p(_mm_set1_pd(sf < 0 ? double(std::uint64_t(1) << -sf) : 1.0)),
-          s(_mm_set1_pd(sf > 0 ? double(std::uint64_t(1) << sf) : 1.0)),
-          lo(_mm_set1_pd(double(std::numeric_limits<T>::min()))),
-          hi(_mm_set1_pd(double(std::numeric_limits<T>::max()))) {}
-    __m128i two(__m128i a, __m128i b) const {
-        __m128d q = _mm_div_pd(_mm_mul_pd(_mm_cvtepi32_pd(a), p), _mm_mul_pd(_mm_cvtepi32_pd(b), s));
-        q = _mm_and_pd(q, _mm_cmpord_pd(q, q));
-        return toInt<R>(_mm_min_pd(_mm_max_pd(q, lo), hi));
-    }
-    __m128i operator()(__m128i a, __m128i b) const {
-        return _mm_unpacklo_epi64(two(a, b), two(_mm_srli_si128(a, 8), _mm_srli_si128(b, 8)));
-    }
-};
-
-// d[i] = rounded num[i] / (den[i] * 2^sf) through Quot (QuotF or QuotD).
-// The tail runs the same lane arithmetic on one element (the unused lanes
-// divide 0 by 1). Returns true when some divisor was zero.
-template <class T, class Quot, class A, class B>
-bool divLanes(const A& num, const B& den, T* d, int len, int sf) {
-    const Quot quot(sf);
-    __m128i zeros = _mm_setzero_si128();
-    int i = 0;
-    for (; i + 8 <= len; i += 8) {
-        __m128i a0, a1, b0, b1;
-        num.load(i, a0, a1);
-        den.load(i, b0, b1);
-        if constexpr (B::kVector) {
-            const __m128i z = _mm_setzero_si128();
-            zeros = _mm_or_si128(zeros, _mm_or_si128(_mm_cmpeq_epi32(b0, z), _mm_cmpeq_epi32(b1, z)));
+        V q = F::div(F::mul(F::fromI32(a), p), F::mul(F::fromI32(b), s));
+        q = F::and_(q, F::ord(q, q));
+        q = F::min(F::max(q, lo), hi);
+        if constexpr (R == Rnd::Fin) {
+            const V h = F::or_(F::and_(q, F::set1(-0.0)), F::set1(0.5));
+            return F::toI32Trunc(F::add(q, h));
+        } else {
+            return F::toI32(q);
         }
-        store8(d + i, quot(a0, b0), quot(a1, b1));
     }
-    bool zero = !_mm_testz_si128(zeros, zeros);
-    for (; i < len; ++i) {
-        const T b = den.at(i);
-        zero |= b == 0;
-        const __m128i r = quot(_mm_cvtsi32_si128(num.at(i)), _mm_setr_epi32(b, 1, 1, 1));
-        d[i] = T(_mm_cvtsi128_si32(r));
+};
+
+// The quotients of up to four 32-bit lanes in single precision (four
+// lanes) or double (two lanes at a time).
+template <class T, Rnd R, class E, bool kDouble>
+struct Quot4 {
+    static constexpr int N = E::N;  // lanes used of the 32-bit register
+    using FS = Lanes<float, N>;
+    using FD = Lanes<double, (N < 2 ? N : 2)>;
+    std::conditional_t<kDouble, Quot<T, R, FD>, Quot<T, R, FS>> q;
+    explicit Quot4(int sf)
+        : q(sf < 0 ? double(std::uint64_t(1) << -sf) : 1.0, sf > 0 ? double(std::uint64_t(1) << sf) : 1.0) {}
+    __m128i operator()(__m128i a, __m128i b) const {
+        if constexpr (!kDouble || N <= 2) {
+            return q(a, b);
+        } else {
+            using W = Full<std::int64_t>;
+            return W::zipLo(q(a, b), q(E::hiHalf(a), E::hiHalf(b)));
+        }
     }
-    return zero;
+};
+
+// d[i] = rounded num[i] / (den[i] * 2^sf), eight elements a step in the
+// body, one in the tail. Notes whether a divisor was zero.
+template <class T, Rnd R, bool kDouble, class A, class B>
+struct DivLanes {
+    A num;
+    B den;
+    Quot4<T, R, Full<std::int32_t>, kDouble> body;
+    Quot4<T, R, One<std::int32_t>, kDouble> tail;
+    bool zero = false;
+    DivLanes(A n, B d, int sf) : num(n), den(d), body(sf), tail(sf) {}
+    template <class L, class Q>
+    __m128i step(std::ptrdiff_t i, const Q& quot) {
+        const __m128i a = num.template load<L>(i), b = den.template load<L>(i);
+        zero |= L::anyOf(L::eq(b, L::zero()));
+        __m128i a0, a1, b0, b1;
+        widen32<L>(a, a0, a1);
+        widen32<L>(b, b0, b1);
+        const __m128i r0 = quot(a0, b0);
+        const __m128i r1 = L::N > 4 ? quot(a1, b1) : r0;
+        return narrow32<T>(r0, r1);
+    }
+    template <class L>
+    __m128i at(std::ptrdiff_t i) {
+        if constexpr (L::N == 1) return step<L>(i, tail);
+        else return step<L>(i, body);
+    }
+};
+
+// Runs the floating-point quotients over len elements: single precision
+// where |a| * 2^-sf stays below 2^23 (kDouble false), double below 2^52.
+// The caller holds the rounding-mode guard. Returns true when some divisor
+// was zero.
+template <class T, Rnd R, bool kDouble, class A, class B>
+bool divLanes(A num, B den, T* d, std::ptrdiff_t len, int sf) {
+    return form::each<T, 1, 8>(DivLanes<T, R, kDouble, A, B>(num, den, sf), d, len).zero;
 }
 
 // ---- Out-of-kernel ranges ------------------------------------------------------
@@ -249,9 +228,9 @@ bool divLanes(const A& num, const B& den, T* d, int len, int sf) {
 // Scale factors so large that every quotient with a non-zero divisor rounds
 // to 0.
 template <class T, class A, class B>
-bool divAllZero(const A& num, const B& den, T* d, int len) {
+bool divAllZero(const A& num, const B& den, T* d, std::ptrdiff_t len) {
     bool zero = false;
-    for (int i = 0; i < len; ++i) {
+    for (std::ptrdiff_t i = 0; i < len; ++i) {
         const T a = num.at(i), b = den.at(i);
         zero |= b == 0;
         d[i] = b == 0 ? zeroDivisorValue(a) : T(0);
@@ -263,10 +242,10 @@ bool divAllZero(const A& num, const B& den, T* d, int len) {
 // zero dividend, else the bound of the product of the signs (a zero divisor
 // counts as positive).
 template <class T, class A, class B>
-bool divBound(const A& num, const B& den, T* d, int len) {
+bool divBound(const A& num, const B& den, T* d, std::ptrdiff_t len) {
     using L = std::numeric_limits<T>;
     bool zero = false;
-    for (int i = 0; i < len; ++i) {
+    for (std::ptrdiff_t i = 0; i < len; ++i) {
         const T a = num.at(i), b = den.at(i);
         zero |= b == 0;
         d[i] = a == 0 ? T(0) : ((a < 0) != (b < 0) ? L::min() : L::max());
@@ -304,9 +283,9 @@ constexpr int kMaxShiftF = std::is_same_v<T, Zvp8u> ? 15 : 7;  // |a| * 2^k < 2^
 // stays below 2^23, double below 2^52. The caller keeps sf within the range
 // where one of them applies and holds the rounding-mode guard.
 template <class T, Rnd R, class A, class B>
-bool divKernel(const A& num, const B& den, T* d, int len, int sf) {
-    if (sf >= -kMaxShiftF<T>) return divLanes<T, QuotF<T, R>>(num, den, d, len, sf);
-    return divLanes<T, QuotD<T, R>>(num, den, d, len, sf);
+bool divKernel(const A& num, const B& den, T* d, std::ptrdiff_t len, int sf) {
+    if (sf >= -kMaxShiftF<T>) return divLanes<T, R, false>(num, den, d, len, sf);
+    return divLanes<T, R, true>(num, den, d, len, sf);
 }
 
 // The MXCSR rounding control for a rounding rule.
@@ -314,4 +293,4 @@ constexpr unsigned guardMode(Rnd r) {
     return r == Rnd::Zero ? MxcsrGuard::kTowardZero : MxcsrGuard::kNearest;
 }
 
-}  // namespace zvp::divk
+}  // namespace zvp::ZVP_LEVEL::divk

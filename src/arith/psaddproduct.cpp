@@ -3,7 +3,7 @@
 // R = srcDst + first * second as a whole by 2^-sf (the rule of every Sfs
 // operation), through the kernel split of muldiv_kernel.h. Floating-point
 // forms round the product and then the sum.
-#include "check.h"
+#include "forms.h"
 #include "muldiv_float.h"
 #include "muldiv_kernel.h"
 #include "p8/copy.h"
@@ -12,87 +12,89 @@
 namespace zvp::p8 {
 namespace {
 
-using muldiv::Path;
+using muldiv::Limits;
+using muldiv::R;
 
 // R = c + a * b in 32-bit lanes (|R| <= 2^30 + 2^15), destination 16s.
+template <class A, class B, class C>
 struct AddProd16s {
-    const Zvp16s* a;
-    const Zvp16s* b;
-    const Zvp16s* c;
-    void lanes(int i, __m128i& r0, __m128i& r1) const {
-        const __m128i x = simd::loadu(a + i), y = simd::loadu(b + i), z = simd::loadu(c + i);
-        const __m128i lo = _mm_mullo_epi16(x, y), hi = _mm_mulhi_epi16(x, y);
-        r0 = _mm_add_epi32(_mm_unpacklo_epi16(lo, hi), _mm_cvtepi16_epi32(z));
-        r1 = _mm_add_epi32(_mm_unpackhi_epi16(lo, hi), _mm_cvtepi16_epi32(_mm_srli_si128(z, 8)));
+    A a;
+    B b;
+    C c;
+    template <class L>
+    void lanes(std::ptrdiff_t i, R& r0, R& r1) const {
+        using W = Rebind<L, std::int32_t>;
+        const R x = a.template load<L>(i), y = b.template load<L>(i), z = c.template load<L>(i);
+        r0 = W::add(L::mulWideLo(x, y), L::widenLo(z));
+        r1 = W::add(L::mulWideHi(x, y), L::widenHi(z));
     }
-    std::int32_t exact(int i) const { return std::int32_t(c[i]) + std::int32_t(a[i]) * std::int32_t(b[i]); }
 };
 
-// Sign-extends 32-bit lanes 0, 2 (even) or 1, 3 (odd) to 64 bits.
-inline __m128i evenTo64(__m128i v) { return _mm_cvtepi32_epi64(_mm_shuffle_epi32(v, _MM_SHUFFLE(3, 1, 2, 0))); }
-inline __m128i oddTo64(__m128i v) { return _mm_cvtepi32_epi64(_mm_shuffle_epi32(v, _MM_SHUFFLE(3, 1, 3, 1))); }
+// The even and the odd 32-bit lanes of v, sign-extended to 64 bits.
+template <class L>
+inline void evenOdd64(R v, R& e, R& o) {
+    const R s = Full<std::int32_t>::evensThenOdds(v);
+    e = L::widenLo(s);
+    o = L::widenHi(s);
+}
 
 // R = c + a * b in 64-bit lanes, a and b 16s, c and the destination 32s.
+template <class A, class B, class C>
 struct AddProd16s32s {
-    const Zvp16s* a;
-    const Zvp16s* b;
-    const Zvp32s* c;
-    void lanes(int i, __m128i& e, __m128i& o) const {
-        const __m128i z = _mm_setzero_si128();
-        const __m128i x = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(a + i));
-        const __m128i y = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(b + i));
-        const __m128i p = _mm_madd_epi16(_mm_unpacklo_epi16(x, z), _mm_unpacklo_epi16(y, z));
-        const __m128i s = simd::loadu(c + i);
-        e = _mm_add_epi64(evenTo64(p), evenTo64(s));
-        o = _mm_add_epi64(oddTo64(p), oddTo64(s));
+    A a;
+    B b;
+    C c;
+    template <class L>
+    void lanes(std::ptrdiff_t i, R& e, R& o) const {
+        using S = Rebind<L, Zvp16s>;
+        using W = Rebind<L, std::int64_t>;
+        R pe, po, se, so;
+        evenOdd64<L>(S::mulWideLo(a.template load<S>(i), b.template load<S>(i)), pe, po);
+        evenOdd64<L>(c.template load<L>(i), se, so);
+        e = W::add(pe, se);
+        o = W::add(po, so);
     }
-    std::int64_t exact(int i) const { return std::int64_t(c[i]) + std::int64_t(a[i]) * std::int64_t(b[i]); }
 };
 
 // R = c + a * b in 64-bit lanes, all 32s (|R| <= 2^62 + 2^31).
+template <class A, class B, class C>
 struct AddProd32s {
-    const Zvp32s* a;
-    const Zvp32s* b;
-    const Zvp32s* c;
-    void lanes(int i, __m128i& e, __m128i& o) const {
-        const __m128i x = simd::loadu(a + i), y = simd::loadu(b + i), s = simd::loadu(c + i);
-        e = _mm_add_epi64(_mm_mul_epi32(x, y), evenTo64(s));
-        o = _mm_add_epi64(_mm_mul_epi32(_mm_srli_epi64(x, 32), _mm_srli_epi64(y, 32)), oddTo64(s));
-    }
-    std::int64_t exact(int i) const { return std::int64_t(c[i]) + std::int64_t(a[i]) * std::int64_t(b[i]); }
-};
-
-template <Path P>
-struct Run16 {
-    template <class S>
-    static void go(const S& s, Zvp16s* d, int len, int sf) {
-        muldiv::run16<muldiv::Lanes32to16<Zvp16s, P>>(s, d, len, sf);
-    }
-};
-template <Path P>
-struct Run32 {
-    template <class S>
-    static void go(const S& s, Zvp32s* d, int len, int sf) {
-        muldiv::run32from64<muldiv::Lanes64to32<P>>(s, d, len, sf);
+    A a;
+    B b;
+    C c;
+    template <class L>
+    void lanes(std::ptrdiff_t i, R& e, R& o) const {
+        using W = Rebind<L, std::int64_t>;
+        const R x = a.template load<L>(i), y = b.template load<L>(i);
+        R se, so;
+        evenOdd64<L>(c.template load<L>(i), se, so);
+        e = W::add(L::mulEven(x, y), se);
+        o = W::add(L::mulOdd(x, y), so);
     }
 };
 
 // Thresholds Z (zero above) and N (bound at or below).
-constexpr int kZ16s = 31, kN16s = -15;
-constexpr int kZ16s32s = 32, kN16s32s = -32;
-constexpr int kZ32s = 63, kN32s = -32;
+constexpr Limits k16s{31, -15};
+constexpr Limits k16s32s{32, -32};
+constexpr Limits k32s{63, -32};
+
+using AddProd16sK = muldiv::Accumulate<Zvp16s, AddProd16s, muldiv::To16<Zvp16s>::LS, k16s>;
+using AddProd16s32sK = muldiv::Accumulate<Zvp32s, AddProd16s32s, muldiv::Lanes64to32, k16s32s>;
+using AddProd32sK = muldiv::Accumulate<Zvp32s, AddProd32s, muldiv::Lanes64to32, k32s>;
 
 // ---- Floating point ----------------------------------------------------------------
+// The product rounded, then the sum; the tail is the same lane code on one
+// value (one complex pair).
 
-using namespace mulf;
-
-template <class T>
+template <class T, class A, class B>
 struct AddProdReal {
-    const T* a;
-    const T* b;
+    A a;
+    B b;
     T* d;
-    Vec<T> compute(std::ptrdiff_t i) const { return add(load(d + i), mul(load(a + i), load(b + i))); }
-    void tail(std::ptrdiff_t i) const { d[i] = d[i] + a[i] * b[i]; }
+    template <class L>
+    typename L::R compute(std::ptrdiff_t i) const {
+        return L::add(L::load(d + i), L::mul(a.template load<L>(i), b.template load<L>(i)));
+    }
 };
 
 template <class T>
@@ -100,80 +102,60 @@ struct AddProdCplx {
     const T* a;
     const T* b;
     T* d;
-    Vec<T> compute(std::ptrdiff_t i) const { return add(load(d + i), cmul(load(a + i), load(b + i))); }
-    void tail(std::ptrdiff_t i) const {
-        T re, im;
-        cmulScalar(a[i], a[i + 1], b[i], b[i + 1], re, im);
-        d[i] = d[i] + re;
-        d[i + 1] = d[i + 1] + im;
+    template <class L>
+    typename L::R compute(std::ptrdiff_t i) const {
+        return L::add(L::load(d + i), L::cmul(L::load(a + i), L::load(b + i)));
     }
 };
 
-struct AddProdC32f {
-    const float* a;
-    float c;
-    float* d;
-    __m128 cv = _mm_set1_ps(c);
-    __m128 compute(std::ptrdiff_t i) const { return add(load(d + i), mul(load(a + i), cv)); }
-    void tail(std::ptrdiff_t i) const { d[i] = d[i] + a[i] * c; }
+// Kernel policies of the forms: the destination is the accumulator.
+template <class T>
+struct AddProdFloat {
+    using type = T;
+    template <class A, class B>
+    static ZvpStatus run(A a, B b, T* d, std::ptrdiff_t n) {
+        mulf::drive<Full<T>::N, 1>(AddProdReal<T, A, B>{a, b, d}, n);
+        return zvpStsNoErr;
+    }
+};
+template <class T>
+struct AddProdComplex {
+    using type = T;
+    static ZvpStatus run(form::Vec<T> a, form::Vec<T> b, T* d, std::ptrdiff_t n) {
+        mulf::drive<Full<T>::N, 2>(AddProdCplx<T>{a.p, b.p, d}, n);
+        return zvpStsNoErr;
+    }
 };
 
 }  // namespace
 
 ZvpStatus zvpsAddProduct_16s_Sfs(const Zvp16s* pSrc1, const Zvp16s* pSrc2, Zvp16s* pSrcDst, int len,
                                  int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return muldiv::dispatch<Run16>(scaleFactor, kZ16s, kN16s, [&] { return p8::zvpsZero_16s(pSrcDst, len); },
-                                   AddProd16s{pSrc1, pSrc2, pSrcDst}, pSrcDst, len);
+    return form::vv<AddProd16sK>(pSrc1, pSrc2, pSrcDst, len, scaleFactor);
 }
-
 ZvpStatus zvpsAddProduct_16s32s_Sfs(const Zvp16s* pSrc1, const Zvp16s* pSrc2, Zvp32s* pSrcDst, int len,
                                     int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return muldiv::dispatch<Run32>(scaleFactor, kZ16s32s, kN16s32s, [&] { return p8::zvpsZero_32s(pSrcDst, len); },
-                                   AddProd16s32s{pSrc1, pSrc2, pSrcDst}, pSrcDst, len);
+    return form::vv<AddProd16s32sK>(pSrc1, pSrc2, pSrcDst, len, scaleFactor);
 }
-
 ZvpStatus zvpsAddProduct_32s_Sfs(const Zvp32s* pSrc1, const Zvp32s* pSrc2, Zvp32s* pSrcDst, int len,
                                  int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return muldiv::dispatch<Run32>(scaleFactor, kZ32s, kN32s, [&] { return p8::zvpsZero_32s(pSrcDst, len); },
-                                   AddProd32s{pSrc1, pSrc2, pSrcDst}, pSrcDst, len);
+    return form::vv<AddProd32sK>(pSrc1, pSrc2, pSrcDst, len, scaleFactor);
 }
 
 ZvpStatus zvpsAddProduct_32f(const Zvp32f* pSrc1, const Zvp32f* pSrc2, Zvp32f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    drive<4, 1>(AddProdReal<float>{pSrc1, pSrc2, pSrcDst}, len);
-    return zvpStsNoErr;
+    return form::vv<AddProdFloat<Zvp32f>>(pSrc1, pSrc2, pSrcDst, len);
 }
 ZvpStatus zvpsAddProduct_64f(const Zvp64f* pSrc1, const Zvp64f* pSrc2, Zvp64f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    drive<2, 1>(AddProdReal<double>{pSrc1, pSrc2, pSrcDst}, len);
-    return zvpStsNoErr;
+    return form::vv<AddProdFloat<Zvp64f>>(pSrc1, pSrc2, pSrcDst, len);
 }
 ZvpStatus zvpsAddProduct_32fc(const Zvp32fc* pSrc1, const Zvp32fc* pSrc2, Zvp32fc* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    drive<4, 2>(AddProdCplx<float>{&pSrc1->re, &pSrc2->re, &pSrcDst->re}, 2 * std::ptrdiff_t(len));
-    return zvpStsNoErr;
+    return form::vv<AddProdComplex<Zvp32f>>(pSrc1, pSrc2, pSrcDst, len);
 }
 ZvpStatus zvpsAddProduct_64fc(const Zvp64fc* pSrc1, const Zvp64fc* pSrc2, Zvp64fc* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    drive<2, 2>(AddProdCplx<double>{&pSrc1->re, &pSrc2->re, &pSrcDst->re}, 2 * std::ptrdiff_t(len));
-    return zvpStsNoErr;
+    return form::vv<AddProdComplex<Zvp64f>>(pSrc1, pSrc2, pSrcDst, len);
 }
-
 ZvpStatus zvpsAddProductC_32f(const Zvp32f* pSrc, Zvp32f val, Zvp32f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    drive<4, 1>(AddProdC32f{pSrc, val, pSrcDst}, len);
-    return zvpStsNoErr;
+    return form::vc<AddProdFloat<Zvp32f>>(pSrc, val, pSrcDst, len);
 }
 
 }  // namespace zvp::p8

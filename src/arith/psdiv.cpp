@@ -13,8 +13,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "check.h"
 #include "div_kernel.h"
+#include "forms.h"
 #include "muldiv_float.h"
 #include "p8/muldiv.h"
 
@@ -29,9 +29,9 @@ ZvpStatus warnIf(bool zeroDivisor) { return zeroDivisor ? zvpStsDivByZero : zvpS
 // non-zero, even when its dividend is 0; a zero divisor gives 65535 for a
 // non-zero dividend and 0 for a zero one.
 template <class A, class B>
-bool divBound16u(const A& num, const B& den, Zvp16u* d, int len) {
+bool divBound16u(const A& num, const B& den, Zvp16u* d, std::ptrdiff_t len) {
     bool zero = false;
-    for (int i = 0; i < len; ++i) {
+    for (std::ptrdiff_t i = 0; i < len; ++i) {
         const Zvp16u a = num.at(i), b = den.at(i);
         zero |= b == 0;
         d[i] = (b == 0 && a == 0) ? 0 : 65535;
@@ -39,367 +39,303 @@ bool divBound16u(const A& num, const B& den, Zvp16u* d, int len) {
     return zero;
 }
 
-// Quotients rounded to nearest (ties to even) for 8u, 16s and 16u, by the
-// range of sf. boundAll16u selects the Div_16u bound above.
-template <class T, class A, class B>
-ZvpStatus divSmall(const A& num, const B& den, T* d, int len, int sf, bool boundAll16u = false) {
-    bool zero;
-    if (sf > divk::Range<T>::hi) {
-        zero = divk::divAllZero(num, den, d, len);
-    } else if (sf < divk::Range<T>::lo) {
-        if constexpr (std::is_same_v<T, Zvp16u>)
-            zero = boundAll16u ? divBound16u(num, den, d, len) : divk::divBound(num, den, d, len);
-        else
-            zero = divk::divBound(num, den, d, len);
-    } else {
-        const MxcsrGuard guard(divk::guardMode(Rnd::Near));
-        zero = divk::divKernel<T, Rnd::Near>(num, den, d, len, sf);
-    }
-    return warnIf(zero);
-}
+// Kernel policies of the forms: run(num, den, d, n, sf) gets the dividend
+// first, whatever the argument order of the export.
 
-// Exact quotients of wider operands: d[i] = rule(num(i) / den(i)).
-template <class D, class F>
-ZvpStatus divExact(D* d, int len, int sf, F parts) {
-    bool zero = false;
-    for (int i = 0; i < len; ++i) {
-        std::int64_t a, b;
-        parts(i, a, b);
-        if (b == 0) {
-            zero = true;
-            d[i] = divk::zeroDivisorValue(D(a));
+// Quotients rounded to nearest (ties to even) for 8u, 16s and 16u, by the
+// range of sf. kBoundAll selects the Div_16u bound above.
+template <class T, bool kBoundAll = false>
+struct DivSmall {
+    using type = T;
+    template <class A, class B>
+    static ZvpStatus run(A num, B den, T* d, std::ptrdiff_t n, int sf) {
+        bool zero;
+        if (sf > divk::Range<T>::hi) {
+            zero = divk::divAllZero(num, den, d, n);
+        } else if (sf < divk::Range<T>::lo) {
+            if constexpr (kBoundAll) zero = divBound16u(num, den, d, n);
+            else zero = divk::divBound(num, den, d, n);
         } else {
-            d[i] = divk::quotientRule<D>(a, b, sf, Rnd::Near);
+            const MxcsrGuard guard(divk::guardMode(Rnd::Near));
+            zero = divk::divKernel<T, Rnd::Near>(num, den, d, n, sf);
         }
+        return warnIf(zero);
     }
-    return warnIf(zero);
-}
+    template <class A, class B>
+    static ZvpStatus run(A num, B den, T* d, std::ptrdiff_t n) {
+        return run(num, den, d, n, 0);
+    }
+};
+
+// Exact quotients of wider operands.
+template <class D>
+struct DivExact {
+    using type = D;
+    template <class A, class B>
+    static ZvpStatus run(A num, B den, D* d, std::ptrdiff_t n, int sf) {
+        bool zero = false;
+        for (std::ptrdiff_t i = 0; i < n; ++i) {
+            const std::int64_t a = num.at(i), b = den.at(i);
+            if (b == 0) {
+                zero = true;
+                d[i] = divk::zeroDivisorValue(D(a));
+            } else {
+                d[i] = divk::quotientRule<D>(a, b, sf, Rnd::Near);
+            }
+        }
+        return warnIf(zero);
+    }
+};
 
 // Complex 16sc quotient b / a = b * conj(a) / |a|^2, each part exactly;
 // |a|^2 and both numerators fit 32 bits. A zero divisor substitutes each
-// part by the sign of the dividend's part.
-inline void cplxQuot(Zvp16sc a, Zvp16sc b, Zvp16sc& d, int sf, bool& zero) {
-    const std::int64_t ar = a.re, ai = a.im, br = b.re, bi = b.im;
-    const std::int64_t den = ar * ar + ai * ai;
-    if (den == 0) {
-        zero = true;
-        d.re = divk::zeroDivisorValue(b.re);
-        d.im = divk::zeroDivisorValue(b.im);
-        return;
+// part by the sign of the dividend's part. i counts parts; both parts of
+// an element are read before either is written.
+struct Div16sc {
+    using type = Zvp16s;
+    template <class A, class B>
+    static ZvpStatus run(A num, B den, Zvp16s* d, std::ptrdiff_t n, int sf) {
+        bool zero = false;
+        for (std::ptrdiff_t i = 0; i < n; i += 2) {
+            const std::int64_t br = num.at(i), bi = num.at(i + 1), ar = den.at(i), ai = den.at(i + 1);
+            const std::int64_t m = ar * ar + ai * ai;
+            if (m == 0) {
+                zero = true;
+                d[i] = divk::zeroDivisorValue(Zvp16s(br));
+                d[i + 1] = divk::zeroDivisorValue(Zvp16s(bi));
+            } else {
+                d[i] = divk::quotientRule<Zvp16s>(br * ar + bi * ai, m, sf, Rnd::Near);
+                d[i + 1] = divk::quotientRule<Zvp16s>(bi * ar - br * ai, m, sf, Rnd::Near);
+            }
+        }
+        return warnIf(zero);
     }
-    d.re = divk::quotientRule<Zvp16s>(br * ar + bi * ai, den, sf, Rnd::Near);
-    d.im = divk::quotientRule<Zvp16s>(bi * ar - br * ai, den, sf, Rnd::Near);
-}
+};
+
+// A zero constant divisor is refused (after the pointer and length checks,
+// before anything is written).
+template <class K>
+struct RefusesZero : K {
+    template <class A, class C, class D, class... X>
+    static ZvpStatus run(A num, form::Const<C> c, D* d, std::ptrdiff_t n, X... x) {
+        if (c.isZero()) return zvpStsDivByZeroErr;
+        return K::run(num, c, d, n, x...);
+    }
+};
 
 // ---- Floating point -----------------------------------------------------------
 
 using namespace mulf;
 
+// d = num / den, real; notes zero divisors (a mask over the body's full
+// lanes, a flag in the tail, whose unused lanes hold zeros).
+template <class T, class A, class B>
+struct DivReal {
+    A num;
+    B den;
+    T* d;
+    mutable Vec<T> zeros = Full<T>::zero();
+    mutable bool zeroTail = false;
+    template <class L>
+    typename L::R compute(std::ptrdiff_t i) const {
+        const auto x = den.template load<L>(i);
+        const auto z = L::eq(x, L::zero());
+        if constexpr (L::N == Full<T>::N) zeros = L::or_(zeros, z);
+        else zeroTail |= L::anyOf(z);
+        return L::div(num.template load<L>(i), x);
+    }
+    bool sawZero() const { return Full<T>::anyOf(zeros) || zeroTail; }
+};
+
+// Complex quotients b / a of a pair of elements (DL = Full<double>) or of
+// one (DL = One<double>), the parts split into real and imaginary lanes.
+// 32fc: computed in double, which holds |a|^2 without overflow or underflow
+// for every single-precision a. 64fc: the divisor is first scaled by
+// s = 2^-e, e the exponent of its larger part, so |a s|^2 lies in [1, 8) and
+// b / a = s * b conj(a s) / |a s|^2. A zero divisor gives each dividend part
+// divided by +0 (the IEEE quotient).
+template <class DL, bool kScaled>
+inline bool cdiv(typename DL::R ar, typename DL::R ai, typename DL::R br, typename DL::R bi,
+                 typename DL::R& re, typename DL::R& im) {
+    using V = typename DL::R;
+    V s = DL::set1(1.0);
+    if constexpr (kScaled) {
+        using I = Full<std::int64_t>;
+        const __m128i e = I::min(I::and_(DL::bits(DL::max(DL::abs(ar), DL::abs(ai))), I::set1(0x7FF0000000000000)),
+                                 I::set1(std::int64_t(2045) << 52));
+        s = DL::fromBits(I::sub(I::set1(std::int64_t(2046) << 52), e));
+        ar = DL::mul(ar, s);
+        ai = DL::mul(ai, s);
+    }
+    const V den = DL::add(DL::mul(ar, ar), DL::mul(ai, ai));
+    const V nre = DL::add(DL::mul(br, ar), DL::mul(bi, ai));
+    const V nim = DL::sub(DL::mul(bi, ar), DL::mul(br, ai));
+    const auto z = DL::eq(den, DL::zero());
+    re = DL::div(nre, den);
+    im = DL::div(nim, den);
+    if constexpr (kScaled) {
+        re = DL::mul(re, s);
+        im = DL::mul(im, s);
+    }
+    if (!DL::anyOf(z)) return false;
+    re = DL::blend(re, DL::div(br, den), z);
+    im = DL::blend(im, DL::div(bi, den), z);
+    return true;
+}
+
 template <class T>
-struct DivReal {  // d = b / a
+struct DivCplx {
     const T* a;
     const T* b;
     T* d;
-    mutable Vec<T> zeros = zero(T());
-    mutable bool zeroTail = false;
-    Vec<T> compute(std::ptrdiff_t i) const {
-        const Vec<T> x = load(a + i);
-        zeros = bitOr(zeros, cmpeq(x, zero(T())));
-        return div(load(b + i), x);
+    bool zeros = false;
+    template <class DL>
+    void loadParts(const T* p, typename DL::R& re, typename DL::R& im) const {
+        if constexpr (std::is_same_v<T, double>) {
+            if constexpr (DL::N == 1) {
+                re = DL::load(p);
+                im = DL::load(p + 1);
+            } else {
+                const auto v0 = DL::load(p), v1 = DL::load(p + 2);
+                re = DL::zipLo(v0, v1);
+                im = DL::zipHi(v0, v1);
+            }
+        } else if constexpr (DL::N == 1) {
+            re = DL::fromF32(One<float>::load(p));
+            im = DL::fromF32(One<float>::load(p + 1));
+        } else {
+            const auto v = Full<float>::load(p);
+            const auto lo = DL::fromF32(v), hi = DL::fromF32(Full<float>::hiHalf(v));
+            re = DL::zipLo(lo, hi);
+            im = DL::zipHi(lo, hi);
+        }
     }
-    void tail(std::ptrdiff_t i) const {
-        zeroTail |= a[i] == T(0);
-        d[i] = b[i] / a[i];
+    template <class DL>
+    void storeParts(T* p, typename DL::R re, typename DL::R im) const {
+        if constexpr (std::is_same_v<T, double>) {
+            if constexpr (DL::N == 1) {
+                DL::store(p, re);
+                DL::store(p + 1, im);
+            } else {
+                DL::store(p, DL::zipLo(re, im));
+                DL::store(p + 2, DL::zipHi(re, im));
+            }
+        } else {
+            const auto lo = DL::toF32(DL::zipLo(re, im));
+            if constexpr (DL::N == 1) Pair<float>::store(p, lo);
+            else Full<float>::store(p, Full<float>::joinLo(lo, DL::toF32(DL::zipHi(re, im))));
+        }
     }
-    bool sawZero() const { return anyLane(zeros) || zeroTail; }
+    // Two complex elements (i counts parts), or one.
+    template <class DL>
+    void step(std::ptrdiff_t i) {
+        typename DL::R ar, ai, br, bi, re, im;
+        loadParts<DL>(a + i, ar, ai);
+        loadParts<DL>(b + i, br, bi);
+        zeros |= cdiv<DL, std::is_same_v<T, double>>(ar, ai, br, bi, re, im);
+        storeParts<DL>(d + i, re, im);
+    }
 };
 
+// Kernel policies of the forms (dividend first).
 template <class T>
-struct DivRevC {  // d = c / a
-    const T* a;
-    T c;
-    T* d;
-    Vec<T> cv = set1(c);
-    mutable Vec<T> zeros = zero(T());
-    mutable bool zeroTail = false;
-    Vec<T> compute(std::ptrdiff_t i) const {
-        const Vec<T> x = load(a + i);
-        zeros = bitOr(zeros, cmpeq(x, zero(T())));
-        return div(cv, x);
+struct DivFloat {
+    using type = T;
+    template <class A, class B>
+    static ZvpStatus run(A num, B den, T* d, std::ptrdiff_t n) {
+        return warnIf(drive<Full<T>::N, 1>(DivReal<T, A, B>{num, den, d}, n).sawZero());
     }
-    void tail(std::ptrdiff_t i) const {
-        zeroTail |= a[i] == T(0);
-        d[i] = c / a[i];
-    }
-    bool sawZero() const { return anyLane(zeros) || zeroTail; }
 };
-
-// Complex quotients b / a of two pairs held as split parts in double lanes.
-// 32fc: computed in double, which holds |a|^2 without overflow or underflow
-// for every single-precision a. A zero divisor gives each dividend part
-// divided by +0 (the IEEE quotient).
-inline int cdiv32(__m128d ar, __m128d ai, __m128d br, __m128d bi, __m128d& re, __m128d& im) {
-    const __m128d den = _mm_add_pd(_mm_mul_pd(ar, ar), _mm_mul_pd(ai, ai));
-    const __m128d nre = _mm_add_pd(_mm_mul_pd(br, ar), _mm_mul_pd(bi, ai));
-    const __m128d nim = _mm_sub_pd(_mm_mul_pd(bi, ar), _mm_mul_pd(br, ai));
-    const __m128d z = _mm_cmpeq_pd(den, _mm_setzero_pd());
-    re = _mm_div_pd(nre, den);
-    im = _mm_div_pd(nim, den);
-    const int zeroLanes = _mm_movemask_pd(z);
-    if (zeroLanes) {
-        re = _mm_blendv_pd(re, _mm_div_pd(br, den), z);
-        im = _mm_blendv_pd(im, _mm_div_pd(bi, den), z);
-    }
-    return zeroLanes;
-}
-
-// 64fc: the divisor is first scaled by s = 2^-e, e the exponent of its
-// larger part, so |a s|^2 lies in [1, 8): b / a = s * b conj(a s) / |a s|^2.
-inline __m128d scaleOf(__m128d ar, __m128d ai) {
-    const __m128d absMask = _mm_castsi128_pd(_mm_set1_epi64x(INT64_MAX));
-    const __m128d m = _mm_max_pd(_mm_and_pd(ar, absMask), _mm_and_pd(ai, absMask));
-    __m128i e = _mm_and_si128(_mm_castpd_si128(m), _mm_set1_epi64x(0x7FF0000000000000));
-    const __m128i top = _mm_set1_epi64x(std::int64_t(2045) << 52);
-    e = _mm_blendv_epi8(e, top, _mm_cmpgt_epi64(e, top));
-    return _mm_castsi128_pd(_mm_sub_epi64(_mm_set1_epi64x(std::int64_t(2046) << 52), e));
-}
-inline int cdiv64(__m128d ar, __m128d ai, __m128d br, __m128d bi, __m128d& re, __m128d& im) {
-    const __m128d s = scaleOf(ar, ai);
-    ar = _mm_mul_pd(ar, s);
-    ai = _mm_mul_pd(ai, s);
-    const __m128d den = _mm_add_pd(_mm_mul_pd(ar, ar), _mm_mul_pd(ai, ai));
-    const __m128d nre = _mm_add_pd(_mm_mul_pd(br, ar), _mm_mul_pd(bi, ai));
-    const __m128d nim = _mm_sub_pd(_mm_mul_pd(bi, ar), _mm_mul_pd(br, ai));
-    const __m128d z = _mm_cmpeq_pd(den, _mm_setzero_pd());
-    re = _mm_mul_pd(_mm_div_pd(nre, den), s);
-    im = _mm_mul_pd(_mm_div_pd(nim, den), s);
-    const int zeroLanes = _mm_movemask_pd(z);
-    if (zeroLanes) {
-        re = _mm_blendv_pd(re, _mm_div_pd(br, den), z);
-        im = _mm_blendv_pd(im, _mm_div_pd(bi, den), z);
-    }
-    return zeroLanes;
-}
-
-// Two complex elements per step; a single last element runs in lane 0 with
-// the divisor 1 in lane 1.
-struct DivCplx32 {
-    const float* a;
-    const float* b;
-    float* d;
-    mutable int zeros = 0;
-    static void split(__m128 v, __m128d& re, __m128d& im) {
-        const __m128d lo = _mm_cvtps_pd(v), hi = _mm_cvtps_pd(_mm_movehl_ps(v, v));
-        re = _mm_unpacklo_pd(lo, hi);
-        im = _mm_unpackhi_pd(lo, hi);
-    }
-    static __m128 join(__m128d re, __m128d im) {
-        return _mm_movelh_ps(_mm_cvtpd_ps(_mm_unpacklo_pd(re, im)), _mm_cvtpd_ps(_mm_unpackhi_pd(re, im)));
-    }
-    void vec(std::ptrdiff_t i) const {
-        __m128d ar, ai, br, bi, re, im;
-        split(_mm_loadu_ps(a + i), ar, ai);
-        split(_mm_loadu_ps(b + i), br, bi);
-        zeros |= cdiv32(ar, ai, br, bi, re, im);
-        _mm_storeu_ps(d + i, join(re, im));
-    }
-    void tail(std::ptrdiff_t i) const {
-        __m128d re, im;
-        zeros |= cdiv32(_mm_setr_pd(a[i], 1.0), _mm_set_sd(a[i + 1]), _mm_set_sd(b[i]), _mm_set_sd(b[i + 1]), re, im);
-        const __m128 r = _mm_cvtpd_ps(_mm_unpacklo_pd(re, im));
-        d[i] = _mm_cvtss_f32(r);
-        d[i + 1] = _mm_cvtss_f32(_mm_shuffle_ps(r, r, 1));
+template <class T>
+struct DivComplex {
+    using type = T;
+    static ZvpStatus run(form::Vec<T> num, form::Vec<T> den, T* d, std::ptrdiff_t n) {
+        DivCplx<T> op{den.p, num.p, d};
+        std::ptrdiff_t i = 0;
+        for (; i + 4 <= n; i += 4) op.template step<Full<double>>(i);
+        for (; i < n; i += 2) op.template step<One<double>>(i);
+        return warnIf(op.zeros);
     }
 };
 
-struct DivCplx64 {
-    const double* a;
-    const double* b;
-    double* d;
-    mutable int zeros = 0;
-    void vec(std::ptrdiff_t i) const {
-        const __m128d a0 = _mm_loadu_pd(a + i), a1 = _mm_loadu_pd(a + i + 2);
-        const __m128d b0 = _mm_loadu_pd(b + i), b1 = _mm_loadu_pd(b + i + 2);
-        __m128d re, im;
-        zeros |= cdiv64(_mm_unpacklo_pd(a0, a1), _mm_unpackhi_pd(a0, a1), _mm_unpacklo_pd(b0, b1),
-                        _mm_unpackhi_pd(b0, b1), re, im);
-        _mm_storeu_pd(d + i, _mm_unpacklo_pd(re, im));
-        _mm_storeu_pd(d + i + 2, _mm_unpackhi_pd(re, im));
-    }
-    void tail(std::ptrdiff_t i) const {
-        __m128d re, im;
-        zeros |= cdiv64(_mm_setr_pd(a[i], 1.0), _mm_set_sd(a[i + 1]), _mm_set_sd(b[i]), _mm_set_sd(b[i + 1]), re, im);
-        _mm_storeu_pd(d + i, _mm_unpacklo_pd(re, im));
-    }
-};
-
-template <class Op, class C>
-ZvpStatus divCplx(const C* a, const C* b, C* d, int len) {
-    return warnIf(drive<4, 2>(Op{&a->re, &b->re, &d->re}, 2 * std::ptrdiff_t(len)).zeros != 0);
+// 1 / c of a complex constant: conj(c) / |c|^2, for 32fc formed in double
+// and rounded once per part, for 64fc with the scaling of the quotients.
+template <class C>
+C reciprocal(C c) {
+    using DL = One<double>;
+    DL::R re, im;
+    cdiv<DL, std::is_same_v<C, Zvp64fc>>(DL::set1(c.re), DL::set1(c.im), DL::set1(1.0), DL::zero(), re, im);
+    return {decltype(c.re)(DL::first(re)), decltype(c.re)(DL::first(im))};
 }
 
 }  // namespace
 
 // ---- Div: integers ------------------------------------------------------------
 
-#define ZVP_DIV_SMALL(T, BOUND)                                                                  \
+namespace {
+using Div16uBoundAll = DivSmall<Zvp16u, true>;
+}  // namespace
+
+#define ZVP_DIV_SMALL(T, K)                                                                      \
     ZvpStatus zvpsDiv_##T##_Sfs(const Zvp##T* pSrc1, const Zvp##T* pSrc2, Zvp##T* pDst, int len,  \
                                 int scaleFactor) {                                               \
-        ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);                                                      \
-        ZVP_CHECK_LENS(len);                                                                     \
-        return divSmall(divk::Vec<Zvp##T>{pSrc2}, divk::Vec<Zvp##T>{pSrc1}, pDst, len, scaleFactor, \
-                        BOUND);                                                                  \
+        return form::vvRev<K>(pSrc1, pSrc2, pDst, len, scaleFactor);                             \
     }                                                                                            \
     ZvpStatus zvpsDiv_##T##_ISfs(const Zvp##T* pSrc, Zvp##T* pSrcDst, int len, int scaleFactor) { \
-        ZVP_CHECK_PTRS(pSrc, pSrcDst);                                                           \
-        ZVP_CHECK_LENS(len);                                                                     \
-        return divSmall(divk::Vec<Zvp##T>{pSrcDst}, divk::Vec<Zvp##T>{pSrc}, pSrcDst, len,       \
-                        scaleFactor, BOUND);                                                     \
+        return form::vvI<K>(pSrc, pSrcDst, len, scaleFactor);                                    \
     }
 
-ZVP_DIV_SMALL(8u, false)
-ZVP_DIV_SMALL(16s, false)
-ZVP_DIV_SMALL(16u, true)
+ZVP_DIV_SMALL(8u, DivSmall<Zvp8u>)
+ZVP_DIV_SMALL(16s, DivSmall<Zvp16s>)
+ZVP_DIV_SMALL(16u, Div16uBoundAll)
+ZVP_DIV_SMALL(32s, DivExact<Zvp32s>)
+ZVP_DIV_SMALL(16sc, Div16sc)
 #undef ZVP_DIV_SMALL
-
-ZvpStatus zvpsDiv_32s_Sfs(const Zvp32s* pSrc1, const Zvp32s* pSrc2, Zvp32s* pDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    ZVP_CHECK_LENS(len);
-    return divExact(pDst, len, scaleFactor, [&](int i, std::int64_t& a, std::int64_t& b) {
-        a = pSrc2[i];
-        b = pSrc1[i];
-    });
-}
-ZvpStatus zvpsDiv_32s_ISfs(const Zvp32s* pSrc, Zvp32s* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return divExact(pSrcDst, len, scaleFactor, [&](int i, std::int64_t& a, std::int64_t& b) {
-        a = pSrcDst[i];
-        b = pSrc[i];
-    });
-}
 
 // First source (the divisor) 32s; second source (the dividend) and the
 // destination 16s.
 ZvpStatus zvpsDiv_32s16s_Sfs(const Zvp32s* pSrc1, const Zvp16s* pSrc2, Zvp16s* pDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    ZVP_CHECK_LENS(len);
-    return divExact(pDst, len, scaleFactor, [&](int i, std::int64_t& a, std::int64_t& b) {
-        a = pSrc2[i];
-        b = pSrc1[i];
-    });
+    return form::vvRev<DivExact<Zvp16s>>(pSrc1, pSrc2, pDst, len, scaleFactor);
 }
 ZvpStatus zvpsDiv_32s16s_ISfs(const Zvp32s* pSrc, Zvp16s* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return divExact(pSrcDst, len, scaleFactor, [&](int i, std::int64_t& a, std::int64_t& b) {
-        a = pSrcDst[i];
-        b = pSrc[i];
-    });
-}
-
-ZvpStatus zvpsDiv_16sc_Sfs(const Zvp16sc* pSrc1, const Zvp16sc* pSrc2, Zvp16sc* pDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    ZVP_CHECK_LENS(len);
-    bool zero = false;
-    for (int i = 0; i < len; ++i) cplxQuot(pSrc1[i], pSrc2[i], pDst[i], scaleFactor, zero);
-    return warnIf(zero);
-}
-ZvpStatus zvpsDiv_16sc_ISfs(const Zvp16sc* pSrc, Zvp16sc* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    bool zero = false;
-    for (int i = 0; i < len; ++i) cplxQuot(pSrc[i], pSrcDst[i], pSrcDst[i], scaleFactor, zero);
-    return warnIf(zero);
+    return form::vvI<DivExact<Zvp16s>>(pSrc, pSrcDst, len, scaleFactor);
 }
 
 // ---- Div: floating point --------------------------------------------------------
 
-#define ZVP_DIV_REAL(T)                                                                        \
+#define ZVP_DIV_FLOAT(T, K)                                                                    \
     ZvpStatus zvpsDiv_##T(const Zvp##T* pSrc1, const Zvp##T* pSrc2, Zvp##T* pDst, int len) {   \
-        ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);                                                    \
-        ZVP_CHECK_LENS(len);                                                                   \
-        const auto op = drive<16 / sizeof(Zvp##T), 1>(DivReal<Zvp##T>{pSrc1, pSrc2, pDst}, len); \
-        return warnIf(op.sawZero());                                                           \
+        return form::vvRev<K>(pSrc1, pSrc2, pDst, len);                                        \
     }                                                                                          \
     ZvpStatus zvpsDiv_##T##_I(const Zvp##T* pSrc, Zvp##T* pSrcDst, int len) {                  \
-        ZVP_CHECK_PTRS(pSrc, pSrcDst);                                                         \
-        ZVP_CHECK_LENS(len);                                                                   \
-        const auto op = drive<16 / sizeof(Zvp##T), 1>(DivReal<Zvp##T>{pSrc, pSrcDst, pSrcDst}, len); \
-        return warnIf(op.sawZero());                                                           \
+        return form::vvI<K>(pSrc, pSrcDst, len);                                               \
     }
 
-ZVP_DIV_REAL(32f)
-ZVP_DIV_REAL(64f)
-#undef ZVP_DIV_REAL
-
-ZvpStatus zvpsDiv_32fc(const Zvp32fc* pSrc1, const Zvp32fc* pSrc2, Zvp32fc* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    ZVP_CHECK_LENS(len);
-    return divCplx<DivCplx32>(pSrc1, pSrc2, pDst, len);
-}
-ZvpStatus zvpsDiv_32fc_I(const Zvp32fc* pSrc, Zvp32fc* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return divCplx<DivCplx32>(pSrc, pSrcDst, pSrcDst, len);
-}
-ZvpStatus zvpsDiv_64fc(const Zvp64fc* pSrc1, const Zvp64fc* pSrc2, Zvp64fc* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    ZVP_CHECK_LENS(len);
-    return divCplx<DivCplx64>(pSrc1, pSrc2, pDst, len);
-}
-ZvpStatus zvpsDiv_64fc_I(const Zvp64fc* pSrc, Zvp64fc* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return divCplx<DivCplx64>(pSrc, pSrcDst, pSrcDst, len);
-}
+ZVP_DIV_FLOAT(32f, DivFloat<Zvp32f>)
+ZVP_DIV_FLOAT(64f, DivFloat<Zvp64f>)
+ZVP_DIV_FLOAT(32fc, DivComplex<Zvp32f>)
+ZVP_DIV_FLOAT(64fc, DivComplex<Zvp64f>)
+#undef ZVP_DIV_FLOAT
 
 // ---- DivC ------------------------------------------------------------------------
 
-#define ZVP_DIVC_SMALL(T)                                                                       \
+#define ZVP_DIVC(T, K)                                                                          \
     ZvpStatus zvpsDivC_##T##_Sfs(const Zvp##T* pSrc, Zvp##T val, Zvp##T* pDst, int len,          \
                                  int scaleFactor) {                                             \
-        ZVP_CHECK_PTRS(pSrc, pDst);                                                             \
-        ZVP_CHECK_LENS(len);                                                                    \
-        if (val == 0) return zvpStsDivByZeroErr;                                                \
-        return divSmall(divk::Vec<Zvp##T>{pSrc}, divk::Const<Zvp##T>(val), pDst, len, scaleFactor); \
+        return form::vc<RefusesZero<K>>(pSrc, val, pDst, len, scaleFactor);                     \
     }                                                                                           \
     ZvpStatus zvpsDivC_##T##_ISfs(Zvp##T val, Zvp##T* pSrcDst, int len, int scaleFactor) {      \
-        ZVP_CHECK_PTRS(pSrcDst);                                                                \
-        ZVP_CHECK_LENS(len);                                                                    \
-        if (val == 0) return zvpStsDivByZeroErr;                                                \
-        return divSmall(divk::Vec<Zvp##T>{pSrcDst}, divk::Const<Zvp##T>(val), pSrcDst, len,     \
-                        scaleFactor);                                                           \
+        return form::vcI<RefusesZero<K>>(val, pSrcDst, len, scaleFactor);                       \
     }
 
-ZVP_DIVC_SMALL(8u)
-ZVP_DIVC_SMALL(16s)
-ZVP_DIVC_SMALL(16u)
-#undef ZVP_DIVC_SMALL
-
-ZvpStatus zvpsDivC_16sc_Sfs(const Zvp16sc* pSrc, Zvp16sc val, Zvp16sc* pDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    if (val.re == 0 && val.im == 0) return zvpStsDivByZeroErr;
-    bool zero = false;
-    for (int i = 0; i < len; ++i) cplxQuot(val, pSrc[i], pDst[i], scaleFactor, zero);
-    return zvpStsNoErr;
-}
-ZvpStatus zvpsDivC_16sc_ISfs(Zvp16sc val, Zvp16sc* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    if (val.re == 0 && val.im == 0) return zvpStsDivByZeroErr;
-    bool zero = false;
-    for (int i = 0; i < len; ++i) cplxQuot(val, pSrcDst[i], pSrcDst[i], scaleFactor, zero);
-    return zvpStsNoErr;
-}
+ZVP_DIVC(8u, DivSmall<Zvp8u>)
+ZVP_DIVC(16s, DivSmall<Zvp16s>)
+ZVP_DIVC(16u, DivSmall<Zvp16u>)
+ZVP_DIVC(16sc, Div16sc)
+#undef ZVP_DIVC
 
 ZvpStatus zvpsDivC_64s_ISfs(Zvp64s val, Zvp64s* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    if (val == 0) return zvpStsDivByZeroErr;
-    for (int i = 0; i < len; ++i) pSrcDst[i] = divk::quotientRule<Zvp64s>(pSrcDst[i], val, scaleFactor, Rnd::Near);
-    return zvpStsNoErr;
+    return form::vcI<RefusesZero<DivExact<Zvp64s>>>(val, pSrcDst, len, scaleFactor);
 }
 
 ZvpStatus zvpsDivC_32f(const Zvp32f* pSrc, Zvp32f val, Zvp32f* pDst, int len) {
@@ -426,21 +362,6 @@ ZvpStatus zvpsDivC_64f_I(Zvp64f val, Zvp64f* pSrcDst, int len) {
     if (val == 0.0) return zvpStsDivByZeroErr;
     return p8::zvpsMulC_64f_I(1.0 / val, pSrcDst, len);
 }
-
-namespace {
-// 1 / c of a complex constant: conj(c) / |c|^2, for 32fc formed in double
-// and rounded once per part, for 64fc with the scaling of cdiv64.
-Zvp32fc reciprocal(Zvp32fc c) {
-    __m128d re, im;
-    cdiv32(_mm_setr_pd(c.re, 1.0), _mm_set_sd(c.im), _mm_set_sd(1.0), _mm_setzero_pd(), re, im);
-    return {float(_mm_cvtsd_f64(re)), float(_mm_cvtsd_f64(im))};
-}
-Zvp64fc reciprocal(Zvp64fc c) {
-    __m128d re, im;
-    cdiv64(_mm_setr_pd(c.re, 1.0), _mm_set_sd(c.im), _mm_set_sd(1.0), _mm_setzero_pd(), re, im);
-    return {_mm_cvtsd_f64(re), _mm_cvtsd_f64(im)};
-}
-}  // namespace
 
 ZvpStatus zvpsDivC_32fc(const Zvp32fc* pSrc, Zvp32fc val, Zvp32fc* pDst, int len) {
     ZVP_CHECK_PTRS(pSrc, pDst);
@@ -472,27 +393,17 @@ ZvpStatus zvpsDivC_64fc_I(Zvp64fc val, Zvp64fc* pSrcDst, int len) {
 // 16u: the quotient rounded to nearest (ties to even); a zero element gives
 // 65535 (0 when val is 0) and the warning.
 ZvpStatus zvpsDivCRev_16u(const Zvp16u* pSrc, Zvp16u val, Zvp16u* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    return divSmall(divk::Const<Zvp16u>(val), divk::Vec<Zvp16u>{pSrc}, pDst, len, 0);
+    return form::cv<DivSmall<Zvp16u>>(pSrc, val, pDst, len);
 }
 ZvpStatus zvpsDivCRev_16u_I(Zvp16u val, Zvp16u* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    return divSmall(divk::Const<Zvp16u>(val), divk::Vec<Zvp16u>{pSrcDst}, pSrcDst, len, 0);
+    return form::cvI<DivSmall<Zvp16u>>(val, pSrcDst, len);
 }
 
 ZvpStatus zvpsDivCRev_32f(const Zvp32f* pSrc, Zvp32f val, Zvp32f* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    const auto op = drive<4, 1>(DivRevC<Zvp32f>{pSrc, val, pDst}, len);
-    return warnIf(op.sawZero());
+    return form::cv<DivFloat<Zvp32f>>(pSrc, val, pDst, len);
 }
 ZvpStatus zvpsDivCRev_32f_I(Zvp32f val, Zvp32f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    const auto op = drive<4, 1>(DivRevC<Zvp32f>{pSrcDst, val, pSrcDst}, len);
-    return warnIf(op.sawZero());
+    return form::cvI<DivFloat<Zvp32f>>(val, pSrcDst, len);
 }
 
 }  // namespace zvp::p8

@@ -13,8 +13,8 @@
 // run the double-precision kernel (8u: single, which is exact there too),
 // 16s with factor 16 an exact integer path, and factors beyond the ranges
 // the zero and bound paths of Div.
-#include "check.h"
 #include "div_kernel.h"
+#include "forms.h"
 #include "p8/muldiv.h"
 
 namespace zvp::p8 {
@@ -23,14 +23,14 @@ namespace {
 using divk::Rnd;
 
 template <class T, Rnd R, class A, class B>
-bool divRound(const A& num, const B& den, T* d, int len, int sf) {
+bool divRound(const A& num, const B& den, T* d, std::ptrdiff_t len, int sf) {
     using Rg = divk::Range<T>;
     if (sf > Rg::hi) {
         if (!(std::is_same_v<T, Zvp16s> && sf == Rg::hi + 1)) return divk::divAllZero(num, den, d, len);
         // 16s at 2^16: |q| <= 1/2, where only rounding away from zero can
         // give a non-zero result.
         bool zero = false;
-        for (int i = 0; i < len; ++i) {
+        for (std::ptrdiff_t i = 0; i < len; ++i) {
             const T a = num.at(i), b = den.at(i);
             zero |= b == 0;
             d[i] = b == 0 ? divk::zeroDivisorValue(a) : divk::quotientRule<T>(a, b, sf, R);
@@ -39,38 +39,42 @@ bool divRound(const A& num, const B& den, T* d, int len, int sf) {
     }
     if (sf < Rg::lo) return divk::divBound(num, den, d, len);
     const MxcsrGuard guard(divk::guardMode(R));
-    if (sf >= 0 || std::is_same_v<T, Zvp8u>)
-        return divk::divLanes<T, divk::QuotF<T, R>>(num, den, d, len, sf);
-    return divk::divLanes<T, divk::QuotD<T, R>>(num, den, d, len, sf);
+    if (sf >= 0 || std::is_same_v<T, Zvp8u>) return divk::divLanes<T, R, false>(num, den, d, len, sf);
+    return divk::divLanes<T, R, true>(num, den, d, len, sf);
 }
 
+// Kernel policy of the forms: the mode is the operation's own value,
+// checked after the pointers and the length.
 template <class T>
-ZvpStatus divRoundMode(const T* divisor, const T* dividend, T* d, int len, ZvpRoundMode mode, int sf) {
-    const divk::Vec<T> num{dividend}, den{divisor};
-    bool zero;
-    switch (static_cast<int>(mode)) {
-        case zvpRndZero: zero = divRound<T, Rnd::Zero>(num, den, d, len, sf); break;
-        case zvpRndNear: zero = divRound<T, Rnd::Near>(num, den, d, len, sf); break;
-        case zvpRndFinancial: zero = divRound<T, Rnd::Fin>(num, den, d, len, sf); break;
-        default: return zvpStsRoundModeNotSupportedErr;
+struct DivRound {
+    using type = T;
+    static ZvpStatus check(ZvpRoundMode mode, int) {
+        const int m = static_cast<int>(mode);
+        return (m == zvpRndZero || m == zvpRndNear || m == zvpRndFinancial) ? zvpStsNoErr
+                                                                           : zvpStsRoundModeNotSupportedErr;
     }
-    return zero ? zvpStsDivByZero : zvpStsNoErr;
-}
+    template <class A, class B>
+    static ZvpStatus run(A num, B den, T* d, std::ptrdiff_t n, ZvpRoundMode mode, int sf) {
+        bool zero;
+        switch (static_cast<int>(mode)) {
+            case zvpRndZero: zero = divRound<T, Rnd::Zero>(num, den, d, n, sf); break;
+            case zvpRndNear: zero = divRound<T, Rnd::Near>(num, den, d, n, sf); break;
+            default: zero = divRound<T, Rnd::Fin>(num, den, d, n, sf); break;
+        }
+        return zero ? zvpStsDivByZero : zvpStsNoErr;
+    }
+};
 
 }  // namespace
 
 #define ZVP_DIV_ROUND(T)                                                                        \
     ZvpStatus zvpsDiv_Round_##T##_Sfs(const Zvp##T* pSrc1, const Zvp##T* pSrc2, Zvp##T* pDst,    \
                                       int len, ZvpRoundMode rndMode, int scaleFactor) {         \
-        ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);                                                     \
-        ZVP_CHECK_LENS(len);                                                                    \
-        return divRoundMode(pSrc1, pSrc2, pDst, len, rndMode, scaleFactor);                     \
+        return form::vvRev<DivRound<Zvp##T>>(pSrc1, pSrc2, pDst, len, rndMode, scaleFactor);    \
     }                                                                                           \
     ZvpStatus zvpsDiv_Round_##T##_ISfs(const Zvp##T* pSrc, Zvp##T* pSrcDst, int len,             \
                                        ZvpRoundMode rndMode, int scaleFactor) {                 \
-        ZVP_CHECK_PTRS(pSrc, pSrcDst);                                                          \
-        ZVP_CHECK_LENS(len);                                                                    \
-        return divRoundMode<Zvp##T>(pSrc, pSrcDst, pSrcDst, len, rndMode, scaleFactor);         \
+        return form::vvI<DivRound<Zvp##T>>(pSrc, pSrcDst, len, rndMode, scaleFactor);           \
     }
 
 ZVP_DIV_ROUND(8u)

@@ -8,6 +8,7 @@
 
 #include "check.h"
 #include "forms.h"
+#include "fpguard.h"
 #include "muldiv_float.h"
 #include "p8/muldiv.h"
 
@@ -145,23 +146,64 @@ ZvpStatus zvpsMul_32f32fc_I(const Zvp32f* pSrc, Zvp32fc* pSrcDst, int len) {
 }
 
 // ---- Products converted to 16s ------------------------------------------------------
+//
+// Both run under the MXCSR guard: a denormal source or product must count
+// as itself whatever the caller's flush settings, or a large factor or
+// scale would turn it into a different integer.
 
 namespace {
 
-// Rounds to nearest (ties to even, whatever the rounding mode), saturates to
-// [-32768, 32767]; NaN gives 0.
-inline __m128i roundSat16(__m128d v) {
-    v = _mm_and_pd(v, _mm_cmpord_pd(v, v));
-    v = _mm_round_pd(v, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
-    v = _mm_min_pd(_mm_max_pd(v, _mm_set1_pd(-32768.0)), _mm_set1_pd(32767.0));
-    return _mm_cvttpd_epi32(v);
+// Rounds to nearest (ties to even), saturates to [-32768, 32767]; NaN
+// gives 0. The integers land in the low 32-bit lanes.
+template <class FL>
+inline __m128i roundSat16(typename FL::R v) {
+    v = FL::and_(v, FL::ord(v, v));
+    v = FL::min(FL::max(FL::roundNearest(v), FL::set1(-32768.0)), FL::set1(32767.0));
+    return FL::toI32Trunc(v);
 }
-inline __m128i roundSat16(__m128 v) {
-    v = _mm_and_ps(v, _mm_cmpord_ps(v, v));
-    v = _mm_round_ps(v, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
-    v = _mm_min_ps(_mm_max_ps(v, _mm_set1_ps(-32768.0f)), _mm_set1_ps(32767.0f));
-    return _mm_cvttps_epi32(v);
+
+// The values of a 16s destination lane L from float sources, four (or
+// fewer) at a time: quad(k) gives the 32-bit results of values k .. k + 3.
+template <class L, class Quad>
+inline __m128i to16s(std::ptrdiff_t i, const Quad& quad) {
+    const __m128i r0 = quad(i);
+    const __m128i r1 = L::N > 4 ? quad(i + 4) : r0;
+    return Full<std::int32_t>::template narrow<Zvp16s>(r0, r1);
 }
+
+// R = x * val exactly (a product of two singles is exact in double), then
+// R * 2^-sf (exact: the scale factor is clamped to +-400, beyond which every
+// result is 0 or saturated anyway), rounded to nearest with ties to even and
+// saturated. NaN gives 0.
+template <class A>
+struct MulC32f16sLanes {
+    A s;
+    __m128d c, scale;
+    template <class L>
+    __m128i at(std::ptrdiff_t i) const {
+        using FL = Lanes<float, (L::N < 4 ? L::N : 4)>;
+        using DL = Lanes<double, (L::N < 2 ? L::N : 2)>;
+        const auto half = [&](__m128 x2) { return roundSat16<DL>(DL::mul(DL::mul(DL::fromF32(x2), c), scale)); };
+        return to16s<L>(i, [&](std::ptrdiff_t k) {
+            const __m128 x = s.template load<FL>(k);
+            if constexpr (FL::N <= 2) return half(x);
+            else return Full<std::int64_t>::zipLo(half(x), half(FL::hiHalf(x)));
+        });
+    }
+};
+
+// The product x * val rounded to single precision, then to the nearest
+// integer (ties to even) and saturated. NaN gives 0.
+template <class A>
+struct MulCLow32f16sLanes {
+    A s;
+    __m128 c;
+    template <class L>
+    __m128i at(std::ptrdiff_t i) const {
+        using FL = Lanes<float, (L::N < 4 ? L::N : 4)>;
+        return to16s<L>(i, [&](std::ptrdiff_t k) { return roundSat16<FL>(FL::mul(s.template load<FL>(k), c)); });
+    }
+};
 
 // 2^e for -1022 <= e <= 1023.
 inline double pow2(int e) {
@@ -171,48 +213,31 @@ inline double pow2(int e) {
     return d;
 }
 
+struct MulC32f16s {
+    using type = Zvp16s;
+    template <class A>
+    static ZvpStatus run(A s, form::Const<Zvp32f> c, Zvp16s* d, std::ptrdiff_t n, int scaleFactor) {
+        const MxcsrGuard guard(MxcsrGuard::kNearest);
+        const int sf = scaleFactor > 400 ? 400 : (scaleFactor < -400 ? -400 : scaleFactor);
+        form::each<Zvp16s, 1>(MulC32f16sLanes<A>{s, Full<double>::set1(double(c.c0)), Full<double>::set1(pow2(-sf))},
+                              d, n);
+        return zvpStsNoErr;
+    }
+    template <class A>
+    static ZvpStatus run(A s, form::Const<Zvp32f> c, Zvp16s* d, std::ptrdiff_t n) {
+        const MxcsrGuard guard(MxcsrGuard::kNearest);
+        form::each<Zvp16s, 1>(MulCLow32f16sLanes<A>{s, Full<float>::set1(c.c0)}, d, n);
+        return zvpStsNoErr;
+    }
+};
+
 }  // namespace
 
-// R = x * val exactly (a product of two singles is exact in double), then
-// R * 2^-sf (exact: the scale factor is clamped to +-400, beyond which every
-// result is 0 or saturated anyway), rounded to nearest with ties to even and
-// saturated to 16s. NaN gives 0.
 ZvpStatus zvpsMulC_32f16s_Sfs(const Zvp32f* pSrc, Zvp32f val, Zvp16s* pDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    const int sf = scaleFactor > 400 ? 400 : (scaleFactor < -400 ? -400 : scaleFactor);
-    const __m128d s = _mm_set1_pd(pow2(-sf));
-    const __m128d c = _mm_set1_pd(double(val));
-    const auto scaled = [&](__m128 x2) {  // two singles in the low half
-        return _mm_mul_pd(_mm_mul_pd(_mm_cvtps_pd(x2), c), s);
-    };
-    int i = 0;
-    for (; i + 8 <= len; i += 8) {
-        const __m128 x0 = _mm_loadu_ps(pSrc + i), x1 = _mm_loadu_ps(pSrc + i + 4);
-        const __m128i a = _mm_unpacklo_epi64(roundSat16(scaled(x0)), roundSat16(scaled(_mm_movehl_ps(x0, x0))));
-        const __m128i b = _mm_unpacklo_epi64(roundSat16(scaled(x1)), roundSat16(scaled(_mm_movehl_ps(x1, x1))));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(pDst + i), _mm_packs_epi32(a, b));
-    }
-    for (; i < len; ++i)
-        pDst[i] = Zvp16s(_mm_cvtsi128_si32(roundSat16(scaled(_mm_set_ss(pSrc[i])))));
-    return zvpStsNoErr;
+    return form::vc<MulC32f16s>(pSrc, val, pDst, len, scaleFactor);
 }
-
-// The product x * val rounded to single precision, then rounded to the
-// nearest integer (ties to even) and saturated to 16s. NaN gives 0.
 ZvpStatus zvpsMulC_Low_32f16s(const Zvp32f* pSrc, Zvp32f val, Zvp16s* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    const __m128 c = _mm_set1_ps(val);
-    int i = 0;
-    for (; i + 8 <= len; i += 8) {
-        const __m128i a = roundSat16(_mm_mul_ps(_mm_loadu_ps(pSrc + i), c));
-        const __m128i b = roundSat16(_mm_mul_ps(_mm_loadu_ps(pSrc + i + 4), c));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(pDst + i), _mm_packs_epi32(a, b));
-    }
-    for (; i < len; ++i)
-        pDst[i] = Zvp16s(_mm_cvtsi128_si32(roundSat16(_mm_mul_ss(_mm_set_ss(pSrc[i]), c))));
-    return zvpStsNoErr;
+    return form::vc<MulC32f16s>(pSrc, val, pDst, len);
 }
 
 }  // namespace zvp::p8

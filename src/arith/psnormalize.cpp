@@ -11,6 +11,7 @@
 #include <cstdint>
 
 #include "check.h"
+#include "forms.h"
 #include "p8/powers.h"
 #include "simd.h"
 
@@ -25,49 +26,33 @@ bool divisorTooSmall(F div) {
     return !(std::fabs(double(div)) >= kSmallestNormalSingle);
 }
 
-// d[i] = (s[i] - sub[i % 2]) / div over n floats (or doubles) with the
-// subtrahend pattern held in a register (both lanes of a real form equal).
-void normalizeKernel(const float* s, float* d, int n, const float sub[2], float div) {
-    const __m128 vs = _mm_setr_ps(sub[0], sub[1], sub[0], sub[1]), vd = _mm_set1_ps(div);
-    int i = 0;
-    for (; i + 8 <= n; i += 8) {
-        const __m128 a = _mm_loadu_ps(s + i), b = _mm_loadu_ps(s + i + 4);
-        _mm_storeu_ps(d + i, _mm_div_ps(_mm_sub_ps(a, vs), vd));
-        _mm_storeu_ps(d + i + 4, _mm_div_ps(_mm_sub_ps(b, vs), vd));
+// d = (s - sub) / div on the lane L; the subtrahend is a pair (both parts
+// equal for a real form).
+template <class F, class A>
+struct NormalizeLanes {
+    A s;
+    form::Const<F> sub;
+    typename Full<F>::R div;
+    template <class L>
+    typename L::R at(std::ptrdiff_t i) const {
+        return L::div(L::sub(s.template load<L>(i), sub.template load<L>(i)), div);
     }
-    for (; i < n; ++i) d[i] = (s[i] - sub[i & 1]) / div;
-}
+};
 
-void normalizeKernel(const double* s, double* d, int n, const double sub[2], double div) {
-    const __m128d vs = _mm_setr_pd(sub[0], sub[1]), vd = _mm_set1_pd(div);
-    int i = 0;
-    for (; i + 4 <= n; i += 4) {
-        const __m128d a = _mm_loadu_pd(s + i), b = _mm_loadu_pd(s + i + 2);
-        _mm_storeu_pd(d + i, _mm_div_pd(_mm_sub_pd(a, vs), vd));
-        _mm_storeu_pd(d + i + 2, _mm_div_pd(_mm_sub_pd(b, vs), vd));
-    }
-    for (; i < n; ++i) d[i] = (s[i] - sub[i & 1]) / div;
-}
-
+// Kernel policy of the unary form, with the subtrahend and the divisor.
 template <class F>
-ZvpStatus normalizeReal(const F* s, F* d, int len, F sub, F div) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    if (divisorTooSmall(div)) return zvpStsDivByZeroErr;
-    const F pattern[2] = {sub, sub};
-    normalizeKernel(s, d, len, pattern, div);
-    return zvpStsNoErr;
-}
-
-template <class C, class F>
-ZvpStatus normalizeComplex(const C* s, C* d, int len, C sub, F div) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    if (divisorTooSmall(div)) return zvpStsDivByZeroErr;
-    const F pattern[2] = {sub.re, sub.im};
-    normalizeKernel(reinterpret_cast<const F*>(s), reinterpret_cast<F*>(d), 2 * len, pattern, div);
-    return zvpStsNoErr;
-}
+struct NormalizeFloat {
+    using type = F;
+    template <class C>
+    static ZvpStatus check(C, F div) {
+        return divisorTooSmall(div) ? zvpStsDivByZeroErr : zvpStsNoErr;
+    }
+    template <class A, class C>
+    static ZvpStatus run(A s, F* d, std::ptrdiff_t n, C sub, F div) {
+        form::each<F, 1>(NormalizeLanes<F, A>{s, form::constOf(sub), Full<F>::set1(div)}, d, n);
+        return zvpStsNoErr;
+    }
+};
 
 // round(n * 2^-sf / div), ties to even, saturated to 16 bits, for
 // |n| <= 65535 and div != 0.
@@ -99,44 +84,43 @@ Zvp16s divScaled(std::int64_t n, std::int64_t div, int sf) {
     return Zvp16s(q);
 }
 
+
+// Integer forms, each part exactly.
+struct Normalize16s {
+    using type = Zvp16s;
+    template <class C>
+    static ZvpStatus check(C, int div, int) {
+        return div == 0 ? zvpStsDivByZeroErr : zvpStsNoErr;
+    }
+    template <class A, class C>
+    static ZvpStatus run(A s, Zvp16s* d, std::ptrdiff_t n, C sub, int div, int sf) {
+        const auto c = form::constOf(sub);
+        for (std::ptrdiff_t i = 0; i < n; ++i) d[i] = divScaled(std::int64_t(s.at(i)) - c.at(i), div, sf);
+        return zvpStsNoErr;
+    }
+};
+
 }  // namespace
 
 ZvpStatus zvpsNormalize_32f(const Zvp32f* pSrc, Zvp32f* pDst, int len, Zvp32f sub, Zvp32f div) {
-    return normalizeReal(pSrc, pDst, len, sub, div);
+    return form::v<NormalizeFloat<Zvp32f>>(pSrc, pDst, len, sub, div);
 }
-
 ZvpStatus zvpsNormalize_64f(const Zvp64f* pSrc, Zvp64f* pDst, int len, Zvp64f sub, Zvp64f div) {
-    return normalizeReal(pSrc, pDst, len, sub, div);
+    return form::v<NormalizeFloat<Zvp64f>>(pSrc, pDst, len, sub, div);
 }
-
 ZvpStatus zvpsNormalize_32fc(const Zvp32fc* pSrc, Zvp32fc* pDst, int len, Zvp32fc sub, Zvp32f div) {
-    return normalizeComplex(pSrc, pDst, len, sub, div);
+    return form::v<NormalizeFloat<Zvp32f>>(pSrc, pDst, len, sub, div);
 }
-
 ZvpStatus zvpsNormalize_64fc(const Zvp64fc* pSrc, Zvp64fc* pDst, int len, Zvp64fc sub, Zvp64f div) {
-    return normalizeComplex(pSrc, pDst, len, sub, div);
+    return form::v<NormalizeFloat<Zvp64f>>(pSrc, pDst, len, sub, div);
 }
-
 ZvpStatus zvpsNormalize_16s_Sfs(const Zvp16s* pSrc, Zvp16s* pDst, int len, Zvp16s sub, int div,
                                 int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    if (div == 0) return zvpStsDivByZeroErr;
-    for (int i = 0; i < len; ++i) pDst[i] = divScaled(std::int64_t(pSrc[i]) - sub, div, scaleFactor);
-    return zvpStsNoErr;
+    return form::v<Normalize16s>(pSrc, pDst, len, sub, div, scaleFactor);
 }
-
 ZvpStatus zvpsNormalize_16sc_Sfs(const Zvp16sc* pSrc, Zvp16sc* pDst, int len, Zvp16sc sub, int div,
                                  int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    if (div == 0) return zvpStsDivByZeroErr;
-    for (int i = 0; i < len; ++i) {
-        const Zvp16sc x = pSrc[i];
-        pDst[i] = Zvp16sc{divScaled(std::int64_t(x.re) - sub.re, div, scaleFactor),
-                          divScaled(std::int64_t(x.im) - sub.im, div, scaleFactor)};
-    }
-    return zvpStsNoErr;
+    return form::v<Normalize16s>(pSrc, pDst, len, sub, div, scaleFactor);
 }
 
 }  // namespace zvp::p8

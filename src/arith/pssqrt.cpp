@@ -28,6 +28,7 @@
 #include <type_traits>
 
 #include "check.h"
+#include "fpguard.h"
 #include "introot.h"
 #include "p8/powers.h"
 #include "simd.h"
@@ -286,16 +287,21 @@ bool sqrtIntKernel(const S* s, D* d, int len, int sf) {
         return sqrtScaledExact(s, d, len, sf);
 }
 
+// The integer forms that pass through double precision hold the MXCSR
+// guard, so the roots and products round to nearest whatever the caller's
+// rounding mode.
 template <class S, class D>
 ZvpStatus sqrtSfs(const S* s, D* d, int len, int sf) {
     ZVP_CHECK_PTRS(s, d);
     ZVP_CHECK_LENS(len);
+    const MxcsrGuard nearest(MxcsrGuard::kNearest);
     return negStatus(sqrtIntKernel(s, d, len, sf));
 }
 
 ZvpStatus sqrtSfs(const Zvp16sc* s, Zvp16sc* d, int len, int sf) {
     ZVP_CHECK_PTRS(s, d);
     ZVP_CHECK_LENS(len);
+    const MxcsrGuard nearest(MxcsrGuard::kNearest);
     sqrtScaled16sc(s, d, len, sf);
     return zvpStsNoErr;
 }

@@ -11,6 +11,8 @@
 //   vcI(c, sd, len, x...)      sd[i] = sd[i] op c
 //   cv(s, c, d, len, x...)     d[i] = c op s[i]      (CRev)
 //   cvI(c, sd, len, x...)      sd[i] = c op sd[i]
+//   v(s, d, len, x...)         d[i] = op(s[i])       (unary)
+//   vI(sd, len, x...)          sd[i] = op(sd[i])
 //   vvAsReals, vvRevAsReals, vvIAsReals
 //                              a complex integer form defined as its real
 //                              form on twice the length: checks the length
@@ -98,6 +100,30 @@ inline void lanewise(A a, B b, D* d, std::ptrdiff_t n) {
     for (; i < n; ++i) S::store(d + i, at.template operator()<S>(i));
 }
 
+// d[i] = fn.at<L>(i) over n values of D, for a kernel object fn whose at<L>
+// loads what the L::N destination values from i on need and returns their
+// lane: two body lanes of V values per step (loads before stores; a full
+// vector by default), then one, then U values at a time (U = 2 for complex
+// pairs, whose parts depend on each other). fn is taken and returned by
+// value, so whatever it gathers (a warning) comes back to the caller and its
+// state stays in registers.
+template <class D, int U, int V_ = Full<D>::N, class Fn>
+[[gnu::always_inline]] inline Fn each(Fn fn, D* d, std::ptrdiff_t n) {
+    using F = Lanes<D, V_>;
+    using S = Lanes<D, U>;
+    constexpr std::ptrdiff_t V = F::N;
+    std::ptrdiff_t i = 0;
+    for (; i + 2 * V <= n; i += 2 * V) {
+        const auto r0 = fn.template at<F>(i);
+        const auto r1 = fn.template at<F>(i + V);
+        F::store(d + i, r0);
+        F::store(d + i + V, r1);
+    }
+    for (; i + V <= n; i += V) F::store(d + i, fn.template at<F>(i));
+    for (; i < n; i += U) S::store(d + i, fn.template at<S>(i));
+    return fn;
+}
+
 // ---- Complex elements as reals ----------------------------------------------
 
 template <class C>
@@ -165,16 +191,18 @@ ZvpStatus vvI(const A* s, C* sd, std::ptrdiff_t len, X... x) {
     return K::run(Vec<Part<C>>{parts(sd)}, Vec<Part<A>>{parts(s)}, parts(sd), kParts<C> * len, x...);
 }
 
-template <class K, class C, class... X>
-ZvpStatus vc(const C* s, C c, C* d, std::ptrdiff_t len, X... x) {
+// The constant may differ in type from the vectors (a float factor of an
+// integer vector); the count is the destination's.
+template <class K, class A, class V, class C, class... X>
+ZvpStatus vc(const A* s, V c, C* d, std::ptrdiff_t len, X... x) {
     ZVP_CHECK_PTRS(s, d);
     ZVP_CHECK_LENS(len);
     ZVP_RETURN_IF_ERROR(ownChecks<K>(x...));
-    return K::run(Vec<Part<C>>{parts(s)}, constOf(c), parts(d), kParts<C> * len, x...);
+    return K::run(Vec<Part<A>>{parts(s)}, constOf(c), parts(d), kParts<C> * len, x...);
 }
 
-template <class K, class C, class... X>
-ZvpStatus vcI(C c, C* sd, std::ptrdiff_t len, X... x) {
+template <class K, class V, class C, class... X>
+ZvpStatus vcI(V c, C* sd, std::ptrdiff_t len, X... x) {
     ZVP_CHECK_PTRS(sd);
     ZVP_CHECK_LENS(len);
     ZVP_RETURN_IF_ERROR(ownChecks<K>(x...));
@@ -195,6 +223,24 @@ ZvpStatus cvI(C c, C* sd, std::ptrdiff_t len, X... x) {
     ZVP_CHECK_LENS(len);
     ZVP_RETURN_IF_ERROR(ownChecks<K>(x...));
     return K::run(constOf(c), Vec<Part<C>>{parts(sd)}, parts(sd), kParts<C> * len, x...);
+}
+
+// Unary shapes: d[i] = op(s[i]) and sd[i] = op(sd[i]), the extra values x
+// (scale factor, constants) passed on to the policy: K::run(Vec a, T* d, n, x...).
+template <class K, class A, class C, class... X>
+ZvpStatus v(const A* s, C* d, std::ptrdiff_t len, X... x) {
+    ZVP_CHECK_PTRS(s, d);
+    ZVP_CHECK_LENS(len);
+    ZVP_RETURN_IF_ERROR(ownChecks<K>(x...));
+    return K::run(Vec<Part<A>>{parts(s)}, parts(d), kParts<C> * len, x...);
+}
+
+template <class K, class C, class... X>
+ZvpStatus vI(C* sd, std::ptrdiff_t len, X... x) {
+    ZVP_CHECK_PTRS(sd);
+    ZVP_CHECK_LENS(len);
+    ZVP_RETURN_IF_ERROR(ownChecks<K>(x...));
+    return K::run(Vec<Part<C>>{parts(sd)}, parts(sd), kParts<C> * len, x...);
 }
 
 // The real form on twice the length, for the complex integer forms that are

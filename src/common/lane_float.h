@@ -76,6 +76,13 @@ struct Ops<float> {
     static R reversePairs(R v) { return _mm_shuffle_ps(v, v, _MM_SHUFFLE(1, 0, 3, 2)); }
     static R reverse(R v) { return _mm_shuffle_ps(v, v, _MM_SHUFFLE(0, 1, 2, 3)); }
     static R fromI32(__m128i v) { return _mm_cvtepi32_ps(v); }
+    static __m128i toI32(R v) { return _mm_cvtps_epi32(v); }
+    static __m128i toI32Trunc(R v) { return _mm_cvttps_epi32(v); }
+    static R roundNearest(R v) { return _mm_round_ps(v, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
+    static R hiHalf(R v) { return _mm_movehl_ps(v, v); }
+    static R zipLo(R a, R b) { return _mm_unpacklo_ps(a, b); }
+    static R zipHi(R a, R b) { return _mm_unpackhi_ps(a, b); }
+    static R joinLo(R a, R b) { return _mm_movelh_ps(a, b); }
     // (x0, x0, x1, x1) from the low half
     static R dupEach(R v) { return _mm_unpacklo_ps(v, v); }
 };
@@ -134,6 +141,13 @@ struct Ops<double> {
     static R reversePairs(R v) { return v; }
     static R reverse(R v) { return _mm_shuffle_pd(v, v, 1); }
     static R fromI32(__m128i v) { return _mm_cvtepi32_pd(v); }
+    static __m128i toI32(R v) { return _mm_cvtpd_epi32(v); }
+    static __m128i toI32Trunc(R v) { return _mm_cvttpd_epi32(v); }
+    static R roundNearest(R v) { return _mm_round_pd(v, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
+    static R hiHalf(R v) { return _mm_unpackhi_pd(v, v); }
+    static R zipLo(R a, R b) { return _mm_unpacklo_pd(a, b); }
+    static R zipHi(R a, R b) { return _mm_unpackhi_pd(a, b); }
+    static R joinLo(R a, R b) { return _mm_unpacklo_pd(a, b); }
     static R dupEach(R v) { return _mm_movedup_pd(v); }
 };
 
@@ -198,6 +212,22 @@ struct FloatLane {
     // rounded by the current mode (float beyond 2^24).
     static R fromI32(__m128i v) { return O::fromI32(v); }
     static R abs(R a) { return O::andnot(O::signBit(), a); }
+    // To 32-bit integers in the low N lanes: by the current rounding mode,
+    // or truncated (out of range and NaN give the integer indefinite).
+    static __m128i toI32(R v) { return O::toI32(v); }
+    static __m128i toI32Trunc(R v) { return O::toI32Trunc(v); }
+    // To the nearest integer value, ties to even, whatever the mode.
+    static R roundNearest(R v) { return O::roundNearest(v); }
+    // The high 8 bytes moved to the low ones.
+    static R hiHalf(R v) { return O::hiHalf(v); }
+    // (a0, b0, a1, b1 ...) from the low halves, or from the high halves; the
+    // low half of a followed by the low half of b.
+    static R zipLo(R a, R b) { return O::zipLo(a, b); }
+    static R zipHi(R a, R b) { return O::zipHi(a, b); }
+    static R joinLo(R a, R b) { return O::joinLo(a, b); }
+    // The register's bits as integer lanes, and back.
+    static __m128i bits(R v) { return O::bits(v); }
+    static R fromBits(__m128i v) { return O::cast(v); }
 
     // ---- bits, compares, selection
     static R and_(R a, R b) { return O::and_(a, b); }
@@ -267,6 +297,10 @@ struct Lane<float, B> : lanefp::FloatLane<float, B> {
 template <int B>
 struct Lane<double, B> : lanefp::FloatLane<double, B> {
     using R = __m128d;
+    // The two low singles of v, exactly; and back, rounded (into the two
+    // low singles, zeros above).
+    static R fromF32(__m128 v) { return _mm_cvtps_pd(v); }
+    static __m128 toF32(R v) { return _mm_cvtpd_ps(v); }
     static void deinterleave(const double* p, R& re, R& im) {
         static_assert(B == 16);
         const R a = _mm_loadu_pd(p), b = _mm_loadu_pd(p + 2);

@@ -15,6 +15,8 @@
 //   narrow<D>(lo, hi)    two registers of T to one of D (half the width),
 //                        saturated to D's range
 //   reverse              the lanes in reverse order (full lanes)
+//   zipLo, zipHi, hiHalf, swapReIm   interleaving and pair swaps
+//   mulWideLo/Hi, maddPairs, mulEven/Odd   products into wider lanes
 // Rebind<L, W> is the lane type of W with L's count (capped at a full
 // vector): the lanes a widened or narrowed L lands in.
 #pragma once
@@ -323,6 +325,65 @@ struct IntLane {
                 return _mm_packus_epi32(_mm_min_epu32(lo, m), _mm_min_epu32(hi, m));
             }
         }
+    }
+
+    // ---- rearrangement
+    // (a0, b0, a1, b1, ...) from the low halves of a and b; zipHi the same
+    // from the high halves.
+    static R zipLo(R a, R b) {
+        if constexpr (kBits == 8) return _mm_unpacklo_epi8(a, b);
+        else if constexpr (kBits == 16) return _mm_unpacklo_epi16(a, b);
+        else if constexpr (kBits == 32) return _mm_unpacklo_epi32(a, b);
+        else return _mm_unpacklo_epi64(a, b);
+    }
+    static R zipHi(R a, R b) {
+        if constexpr (kBits == 8) return _mm_unpackhi_epi8(a, b);
+        else if constexpr (kBits == 16) return _mm_unpackhi_epi16(a, b);
+        else if constexpr (kBits == 32) return _mm_unpackhi_epi32(a, b);
+        else return _mm_unpackhi_epi64(a, b);
+    }
+    // The 32-bit lanes in the order (0, 2, 1, 3): the even ones in the low
+    // half, the odd ones in the high half.
+    static R evensThenOdds(R v) {
+        static_assert(kBits == 32);
+        return _mm_shuffle_epi32(v, _MM_SHUFFLE(3, 1, 2, 0));
+    }
+    // The high 8 bytes moved to the low ones (and kept above).
+    static R hiHalf(R v) { return _mm_unpackhi_epi64(v, v); }
+    // Each pair of lanes swapped: (re, im) -> (im, re).
+    static R swapReIm(R v) {
+        if constexpr (kBits == 16)
+            return _mm_shufflehi_epi16(_mm_shufflelo_epi16(v, _MM_SHUFFLE(2, 3, 0, 1)), _MM_SHUFFLE(2, 3, 0, 1));
+        else if constexpr (kBits == 32) return _mm_shuffle_epi32(v, _MM_SHUFFLE(2, 3, 0, 1));
+        else return _mm_shuffle_epi32(v, _MM_SHUFFLE(1, 0, 3, 2));
+    }
+
+    // ---- widening products
+    // The exact products of the low (mulWideLo) or high (mulWideHi) half of
+    // the 16-bit lanes, as 32-bit lanes.
+    static R mulWideLo(R a, R b) {
+        static_assert(kBits == 16);
+        return _mm_unpacklo_epi16(mullo(a, b), mulhi(a, b));
+    }
+    static R mulWideHi(R a, R b) {
+        static_assert(kBits == 16);
+        return _mm_unpackhi_epi16(mullo(a, b), mulhi(a, b));
+    }
+    // a0 b0 + a1 b1 for each pair of signed 16-bit lanes, as a 32-bit lane
+    // (wraps only for all four values -32768).
+    static R maddPairs(R a, R b) {
+        static_assert(kBits == 16 && kSigned);
+        return _mm_madd_epi16(a, b);
+    }
+    // The exact products of 32-bit lanes 0 and 2 (mulEven) or 1 and 3
+    // (mulOdd), as 64-bit lanes.
+    static R mulEven(R a, R b) {
+        static_assert(kBits == 32);
+        if constexpr (kSigned) return _mm_mul_epi32(a, b);
+        else return _mm_mul_epu32(a, b);
+    }
+    static R mulOdd(R a, R b) {
+        return mulEven(_mm_srli_epi64(a, 32), _mm_srli_epi64(b, 32));
     }
 
     static R reverse(R v) {

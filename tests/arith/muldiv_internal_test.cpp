@@ -18,6 +18,10 @@
 namespace {
 
 using namespace zvp;
+using namespace zvp::p8;
+
+__m128i loadu(const void* p) { return _mm_loadu_si128(static_cast<const __m128i*>(p)); }
+void store(void* p, __m128i v) { _mm_store_si128(static_cast<__m128i*>(p), v); }
 using muldiv::Path;
 
 // Lane values: extremes of the lane and random values of every magnitude.
@@ -41,9 +45,9 @@ template <class D, class LaneSet, class W>
 void check32(int sf, const std::vector<W>& r) {
     const LaneSet ls(sf);
     for (std::size_t i = 0; i + 8 <= r.size(); i += 8) {
-        const __m128i r0 = simd::loadu(r.data() + i), r1 = simd::loadu(r.data() + i + 4);
+        const __m128i r0 = loadu(r.data() + i), r1 = loadu(r.data() + i + 4);
         alignas(16) D out[8];
-        simd::store(out, ls.finish(ls.pre(r0), ls.pre(r1)));
+        store(out, ls.finish(ls.pre(r0), ls.pre(r1)));
         for (int k = 0; k < 8; ++k)
             ASSERT_EQ(out[k], scaleRule<D>(std::int64_t(r[i + k]), sf)) << "R " << r[i + k] << " sf " << sf;
     }
@@ -77,7 +81,7 @@ TEST(MulDivKernels, UnsignedLanesTo16u) {
         const LS ls(sf);
         for (std::size_t i = 0; i + 8 <= r.size(); i += 8) {
             alignas(16) Zvp16u out[8];
-            simd::store(out, ls.finish(ls.pre(simd::loadu(r.data() + i)), ls.pre(simd::loadu(r.data() + i + 4))));
+            store(out, ls.finish(ls.pre(loadu(r.data() + i)), ls.pre(loadu(r.data() + i + 4))));
             for (int k = 0; k < 8; ++k)
                 ASSERT_EQ(out[k], scaleRule<Zvp16u>(std::int64_t(r[i + k]), sf)) << r[i + k] << " sf " << sf;
         }
@@ -97,7 +101,7 @@ TEST(MulDivKernels, SixtyFourBitLanesTo32s) {
         for (std::size_t i = 0; i + 4 <= r.size(); i += 4) {
             const __m128i e = _mm_set_epi64x(r[i + 2], r[i]), o = _mm_set_epi64x(r[i + 3], r[i + 1]);
             alignas(16) Zvp32s out[4];
-            simd::store(out, ls.finish(e, o));
+            store(out, ls.finish(e, o));
             for (int k = 0; k < 4; ++k)
                 ASSERT_EQ(out[k], scaleRule<Zvp32s>(r[i + k], sf)) << r[i + k] << " sf " << sf;
         }
@@ -119,7 +123,7 @@ TEST(MulDivKernels, EightBitLanes) {
         const LS ls(sf);
         for (std::size_t i = 0; i + 16 <= r.size(); i += 16) {
             alignas(16) Zvp8u out[16];
-            simd::store(out, ls.finish(simd::loadu(r.data() + i), simd::loadu(r.data() + i + 8)));
+            store(out, ls.finish(loadu(r.data() + i), loadu(r.data() + i + 8)));
             for (int k = 0; k < 16; ++k)
                 ASSERT_EQ(out[k], scaleRule<Zvp8u>(std::int32_t(r[i + k]), sf)) << r[i + k] << " sf " << sf;
         }
