@@ -983,6 +983,11 @@ TEST(MulDivExamples, DivisionRules) {
 }
 
 TEST(MulDivExamples, ScaleThresholdsAndStatuses) {
+    // In place, the imaginary part comes from the operands, not the real part just written.
+    const Zvp16sc a{3, 5};
+    Zvp16sc b{100, 7};
+    EXPECT_EQ(zvpsMul_16sc_ISfs(&a, &b, 1, 0), zvpStsNoErr);
+    EXPECT_TRUE(b.re == 265 && b.im == 521);
     // Zero fill above Z returns the Zero operation's status (success).
     const Zvp16s big[2] = {-32768, 32767};
     Zvp16s d[2] = {5, 5};
