@@ -191,60 +191,38 @@ D subst(D a) {  // the zero-divisor substitute
 
 // ---- Mul ---------------------------------------------------------------------
 
-TEST(MulDivMul, EightBitSixteenBitAndMixed) {
-    checkInt<Zvp8u, Zvp8u, Zvp8u>({"Mul_8u_Sfs",
-                                   [](auto a, auto b, auto d, int n, int sf) { return zvpsMul_8u_Sfs(a, b, d, n, sf); },
-                                   [](Zvp8u a, Zvp8u b, int sf) { return scaled<Zvp8u>(W(a) * W(b), sf); }, {}});
-    checkInt<Zvp16s, Zvp16s, Zvp16s>(
-        {"Mul_16s_Sfs", [](auto a, auto b, auto d, int n, int sf) { return zvpsMul_16s_Sfs(a, b, d, n, sf); },
-         [](Zvp16s a, Zvp16s b, int sf) { return scaled<Zvp16s>(W(a) * W(b), sf); }, {}});
-    checkInt<Zvp16s, Zvp16s, Zvp16s>(
-        {"Mul_16s", [](auto a, auto b, auto d, int n, int) { return zvpsMul_16s(a, b, d, n); },
-         [](Zvp16s a, Zvp16s b, int) { return scaled<Zvp16s>(W(a) * W(b), 0); }, {}, {0}});
-    checkInt<Zvp16u, Zvp16u, Zvp16u>(
-        {"Mul_16u_Sfs", [](auto a, auto b, auto d, int n, int sf) { return zvpsMul_16u_Sfs(a, b, d, n, sf); },
-         [](Zvp16u a, Zvp16u b, int sf) { return scaled<Zvp16u>(W(a) * W(b), sf); }, {}});
-    checkInt<Zvp16u, Zvp16s, Zvp16s>(
-        {"Mul_16u16s_Sfs", [](auto a, auto b, auto d, int n, int sf) { return zvpsMul_16u16s_Sfs(a, b, d, n, sf); },
-         [](Zvp16u a, Zvp16s b, int sf) { return scaled<Zvp16s>(W(a) * W(b), sf); }, {}});
-    checkInt<Zvp16s, Zvp16s, Zvp32s>(
-        {"Mul_16s32s_Sfs", [](auto a, auto b, auto d, int n, int sf) { return zvpsMul_16s32s_Sfs(a, b, d, n, sf); },
-         [](Zvp16s a, Zvp16s b, int sf) { return scaled<Zvp32s>(W(a) * W(b), sf); }, {}});
-    checkInt<Zvp8u, Zvp8u, Zvp16u>(
-        {"Mul_8u16u", [](auto a, auto b, auto d, int n, int) { return zvpsMul_8u16u(a, b, d, n); }, [](Zvp8u a, Zvp8u b, int) { return Zvp16u(a * b); }, {}, {0}});
-    // The exact product rounded to single precision by the default mode.
-    checkInt<Zvp16s, Zvp16s, Zvp32f>(
-        {"Mul_16s32f", [](auto a, auto b, auto d, int n, int) { return zvpsMul_16s32f(a, b, d, n); }, [](Zvp16s a, Zvp16s b, int) { return float(std::int32_t(a) * b); }, {}, {0}});
+// Real products by the exact rule.
+template <class A, class B, class D>
+void checkMul(const std::string& name, ZvpStatus (*f)(const A*, const B*, D*, int, int)) {
+    checkInt<A, B, D>({name, f, [](const A& a, const B& b, int sf) { return scaled<D>(W(a) * W(b), sf); }, {}});
 }
+#define MUL(f) checkMul(#f, zvps##f)
+template <class C, class P>
+C cmul(C a, C b, int sf) {
+    return C{scaled<P>(W(a.re) * W(b.re) - W(a.im) * W(b.im), sf), scaled<P>(W(a.re) * W(b.im) + W(a.im) * W(b.re), sf)};
+}
+const auto cmul16 = cmul<Zvp16sc, Zvp16s>;
+const auto cmul32 = cmul<Zvp32sc, Zvp32s>;
 
-TEST(MulDivMul, ThirtyTwoBitAndComplex) {
-    checkInt<Zvp32s, Zvp32s, Zvp32s>(
-        {"Mul_32s_Sfs", [](auto a, auto b, auto d, int n, int sf) { return zvpsMul_32s_Sfs(a, b, d, n, sf); },
-         [](Zvp32s a, Zvp32s b, int sf) { return scaled<Zvp32s>(W(a) * W(b), sf); }, {}});
-    checkInt<Zvp32s, Zvp32s, Zvp32s>(
-        {"Mul_Low_32s_Sfs",
-         [](auto a, auto b, auto d, int n, int sf) { return zvpsMul_Low_32s_Sfs(a, b, d, n, sf); }, [](Zvp32s a, Zvp32s b, int sf) { return scaled<Zvp32s>(W(a) * W(b), sf); }, {}});
-    checkInt<Zvp32s, Zvp32sc, Zvp32sc>(
-        {"Mul_32s32sc_Sfs",
-         [](auto a, auto b, auto d, int n, int sf) { return zvpsMul_32s32sc_Sfs(a, b, d, n, sf); },
-         [](Zvp32s a, Zvp32sc b, int sf) {
-             return Zvp32sc{scaled<Zvp32s>(W(a) * W(b.re), sf), scaled<Zvp32s>(W(a) * W(b.im), sf)};
-         },
-         {}});
-    const auto cmul16 = [](Zvp16sc a, Zvp16sc b, int sf) {
-        return Zvp16sc{scaled<Zvp16s>(W(a.re) * W(b.re) - W(a.im) * W(b.im), sf),
-                       scaled<Zvp16s>(W(a.re) * W(b.im) + W(a.im) * W(b.re), sf)};
-    };
-    const auto cmul32 = [](Zvp32sc a, Zvp32sc b, int sf) {
-        return Zvp32sc{scaled<Zvp32s>(W(a.re) * W(b.re) - W(a.im) * W(b.im), sf),
-                       scaled<Zvp32s>(W(a.re) * W(b.im) + W(a.im) * W(b.re), sf)};
-    };
-    checkInt<Zvp16sc, Zvp16sc, Zvp16sc>(
-        {"Mul_16sc_Sfs", [](auto a, auto b, auto d, int n, int sf) { return zvpsMul_16sc_Sfs(a, b, d, n, sf); },
-         cmul16, {}});
-    checkInt<Zvp32sc, Zvp32sc, Zvp32sc>(
-        {"Mul_32sc_Sfs", [](auto a, auto b, auto d, int n, int sf) { return zvpsMul_32sc_Sfs(a, b, d, n, sf); },
-         cmul32, {}});
+TEST(MulDivMul, EveryVectorForm) {
+    MUL(Mul_8u_Sfs);
+    MUL(Mul_16s_Sfs);
+    MUL(Mul_16u_Sfs);
+    MUL(Mul_16u16s_Sfs);
+    MUL(Mul_16s32s_Sfs);
+    MUL(Mul_32s_Sfs);
+    MUL(Mul_Low_32s_Sfs);
+    checkInt<Zvp16s, Zvp16s, Zvp16s>({"Mul_16s", [](auto a, auto b, auto d, int n, int) { return zvpsMul_16s(a, b, d, n); },
+                                      [](Zvp16s a, Zvp16s b, int) { return scaled<Zvp16s>(W(a) * W(b), 0); }, {}, {0}});
+    checkInt<Zvp8u, Zvp8u, Zvp16u>({"Mul_8u16u", [](auto a, auto b, auto d, int n, int) { return zvpsMul_8u16u(a, b, d, n); },
+                                    [](Zvp8u a, Zvp8u b, int) { return Zvp16u(a * b); }, {}, {0}});
+    // The exact product rounded to single precision by the default mode.
+    checkInt<Zvp16s, Zvp16s, Zvp32f>({"Mul_16s32f", [](auto a, auto b, auto d, int n, int) { return zvpsMul_16s32f(a, b, d, n); },
+                                      [](Zvp16s a, Zvp16s b, int) { return float(std::int32_t(a) * b); }, {}, {0}});
+    checkInt<Zvp32s, Zvp32sc, Zvp32sc>({"Mul_32s32sc_Sfs", zvpsMul_32s32sc_Sfs, [](Zvp32s a, Zvp32sc b, int sf) {
+        return Zvp32sc{scaled<Zvp32s>(W(a) * W(b.re), sf), scaled<Zvp32s>(W(a) * W(b.im), sf)}; }, {}});
+    checkInt<Zvp16sc, Zvp16sc, Zvp16sc>({"Mul_16sc_Sfs", zvpsMul_16sc_Sfs, cmul16, {}});
+    checkInt<Zvp32sc, Zvp32sc, Zvp32sc>({"Mul_32sc_Sfs", zvpsMul_32sc_Sfs, cmul32, {}});
     // The corner where the imaginary part is +2^31 (all four parts -32768),
     // and where a 32sc part needs 64 bits plus one, in a long vector.
     std::vector<Zvp16sc> m(40, Zvp16sc{-32768, -32768});
@@ -261,66 +239,42 @@ TEST(MulDivMul, ThirtyTwoBitAndComplex) {
     }
 }
 
+// Vector op constant against an oracle of (element, constant, sf).
+template <class T, class E>
+void checkC(const std::string& name, ZvpStatus (*f)(const T*, T, T*, int, int), T c, E expect, std::vector<int> sfs) {
+    checkInt<T, T, T>({name, [f, c](const T* a, const T*, T* d, int n, int sf) { return f(a, c, d, n, sf); },
+                       [c, expect](const T& a, const T&, int sf) { return expect(a, c, sf); }, {}, sfs});
+}
+template <class T>
+T rmul(T a, T c, int sf) { return scaled<T>(W(a) * W(c), sf); }
+
 TEST(MulDivMulC, EveryFormOverSeveralConstants) {
     std::mt19937_64 g(5);
     for (int k = 0; k < 6; ++k) {
         const std::string tag = " #" + std::to_string(k);
-        const auto c8 = k < 3 ? boundaries<Zvp8u>()[k * 4 % 8] : randomValue<Zvp8u>(g);
-        checkInt<Zvp8u, Zvp8u, Zvp8u>(
-            {"MulC_8u_Sfs" + tag,
-             [c8](auto a, auto, auto d, int n, int sf) { return zvpsMulC_8u_Sfs(a, c8, d, n, sf); },
-             [c8](Zvp8u a, Zvp8u, int sf) { return scaled<Zvp8u>(W(a) * W(c8), sf); }, {}, sfsFor(k)});
+        const auto sfs = sfsFor(k);
+        checkC<Zvp8u>("MulC_8u_Sfs" + tag, zvpsMulC_8u_Sfs, k < 3 ? boundaries<Zvp8u>()[k * 4 % 8] : randomValue<Zvp8u>(g),
+                      rmul<Zvp8u>, sfs);
         const Zvp16s c16 = k < 3 ? boundaries<Zvp16s>()[k * 5 % 14] : randomValue<Zvp16s>(g);
-        checkInt<Zvp16s, Zvp16s, Zvp16s>(
-            {"MulC_16s_Sfs" + tag,
-             [c16](auto a, auto, auto d, int n, int sf) { return zvpsMulC_16s_Sfs(a, c16, d, n, sf); },
-             [c16](Zvp16s a, Zvp16s, int sf) { return scaled<Zvp16s>(W(a) * W(c16), sf); }, {}, sfsFor(k)});
-        checkInt<Zvp16s, Zvp16s, Zvp16s>(
-            {"MulC_16s_I" + tag, [c16](auto a, auto, auto d, int n, int) {
-                 std::memcpy(d, a, n * sizeof(Zvp16s));
-                 return zvpsMulC_16s_I(c16, d, n);
-             },
-             [c16](Zvp16s a, Zvp16s, int) { return scaled<Zvp16s>(W(a) * W(c16), 0); }, {}, {0}});
-        const Zvp16u cu = k < 3 ? boundaries<Zvp16u>()[k * 3 % 8] : randomValue<Zvp16u>(g);
-        checkInt<Zvp16u, Zvp16u, Zvp16u>(
-            {"MulC_16u_Sfs" + tag,
-             [cu](auto a, auto, auto d, int n, int sf) { return zvpsMulC_16u_Sfs(a, cu, d, n, sf); },
-             [cu](Zvp16u a, Zvp16u, int sf) { return scaled<Zvp16u>(W(a) * W(cu), sf); }, {}, sfsFor(k)});
+        checkC<Zvp16s>("MulC_16s_Sfs" + tag, zvpsMulC_16s_Sfs, c16, rmul<Zvp16s>, sfs);
+        checkC<Zvp16s>("MulC_16s_I" + tag, +[](const Zvp16s* a, Zvp16s c, Zvp16s* d, int n, int) {
+            std::memcpy(d, a, n * sizeof(Zvp16s));
+            return zvpsMulC_16s_I(c, d, n);
+        }, c16, rmul<Zvp16s>, {0});
+        checkC<Zvp16u>("MulC_16u_Sfs" + tag, zvpsMulC_16u_Sfs,
+                       k < 3 ? boundaries<Zvp16u>()[k * 3 % 8] : randomValue<Zvp16u>(g), rmul<Zvp16u>, sfs);
         // 16sc: the imaginary part -32768 selects the overflow kernels.
-        const Zvp16sc cc = k == 0 ? Zvp16sc{-32768, -32768}
-                           : k == 1 ? Zvp16sc{12345, -32768}
-                           : k == 2 ? Zvp16sc{-32768, 32767}
-                                    : randomValue<Zvp16sc>(g);
-        checkInt<Zvp16sc, Zvp16sc, Zvp16sc>(
-            {"MulC_16sc_Sfs" + tag,
-             [cc](auto a, auto, auto d, int n, int sf) { return zvpsMulC_16sc_Sfs(a, cc, d, n, sf); },
-             [cc](Zvp16sc a, Zvp16sc, int sf) {
-                 return Zvp16sc{scaled<Zvp16s>(W(a.re) * W(cc.re) - W(a.im) * W(cc.im), sf),
-                                scaled<Zvp16s>(W(a.re) * W(cc.im) + W(a.im) * W(cc.re), sf)};
-             },
-             {}, sfsFor(k)});
-        const Zvp32s c32 = k < 3 ? boundaries<Zvp32s>()[k * 5 % 14] : randomValue<Zvp32s>(g);
-        checkInt<Zvp32s, Zvp32s, Zvp32s>(
-            {"MulC_32s_Sfs" + tag,
-             [c32](auto a, auto, auto d, int n, int sf) { return zvpsMulC_32s_Sfs(a, c32, d, n, sf); },
-             [c32](Zvp32s a, Zvp32s, int sf) { return scaled<Zvp32s>(W(a) * W(c32), sf); }, {}, sfsFor(k)});
-        const Zvp32sc c3c = k == 0 ? Zvp32sc{INT32_MIN, INT32_MIN} : randomValue<Zvp32sc>(g);
-        checkInt<Zvp32sc, Zvp32sc, Zvp32sc>(
-            {"MulC_32sc_Sfs" + tag,
-             [c3c](auto a, auto, auto d, int n, int sf) { return zvpsMulC_32sc_Sfs(a, c3c, d, n, sf); },
-             [c3c](Zvp32sc a, Zvp32sc, int sf) {
-                 return Zvp32sc{scaled<Zvp32s>(W(a.re) * W(c3c.re) - W(a.im) * W(c3c.im), sf),
-                                scaled<Zvp32s>(W(a.re) * W(c3c.im) + W(a.im) * W(c3c.re), sf)};
-             },
-             {}, sfsFor(k)});
-        const Zvp64s c64 = k == 0 ? INT64_MIN : (k == 1 ? INT64_MAX : std::int64_t(g()) >> (k * 9));
-        checkInt<Zvp64s, Zvp64s, Zvp64s>(
-            {"MulC_64s_ISfs" + tag,
-             [c64](auto a, auto, auto d, int n, int sf) {
-                 std::memcpy(d, a, n * sizeof(Zvp64s));
-                 return zvpsMulC_64s_ISfs(c64, d, n, sf);
-             },
-             [c64](Zvp64s a, Zvp64s, int sf) { return scaled<Zvp64s>(W(a) * W(c64), sf); }, {}, sfsFor(k)});
+        const Zvp16sc cc = k == 0 ? Zvp16sc{-32768, -32768} : k == 1 ? Zvp16sc{12345, -32768}
+                           : k == 2 ? Zvp16sc{-32768, 32767} : randomValue<Zvp16sc>(g);
+        checkC<Zvp16sc>("MulC_16sc_Sfs" + tag, zvpsMulC_16sc_Sfs, cc, cmul16, sfs);
+        checkC<Zvp32s>("MulC_32s_Sfs" + tag, zvpsMulC_32s_Sfs,
+                       k < 3 ? boundaries<Zvp32s>()[k * 5 % 14] : randomValue<Zvp32s>(g), rmul<Zvp32s>, sfs);
+        checkC<Zvp32sc>("MulC_32sc_Sfs" + tag, zvpsMulC_32sc_Sfs,
+                        k == 0 ? Zvp32sc{INT32_MIN, INT32_MIN} : randomValue<Zvp32sc>(g), cmul32, sfs);
+        checkC<Zvp64s>("MulC_64s_ISfs" + tag, +[](const Zvp64s* a, Zvp64s c, Zvp64s* d, int n, int sf) {
+            std::memcpy(d, a, n * sizeof(Zvp64s));
+            return zvpsMulC_64s_ISfs(c, d, n, sf);
+        }, k == 0 ? INT64_MIN : (k == 1 ? INT64_MAX : std::int64_t(g()) >> (k * 9)), rmul<Zvp64s>, sfs);
     }
 }
 
@@ -410,23 +364,23 @@ T divRef(T divisor, T dividend, int sf, Mode m = Mode::NearestEven) {
 
 TEST(MulDivDiv, VectorForms) {
     checkInt<Zvp8u, Zvp8u, Zvp8u>({"Div_8u_Sfs",
-                                   [](auto a, auto b, auto d, int n, int sf) { return zvpsDiv_8u_Sfs(a, b, d, n, sf); },
+                                   zvpsDiv_8u_Sfs,
                                    [](Zvp8u a, Zvp8u b, int sf) { return divRef(a, b, sf); },
                                    [](Zvp8u a, Zvp8u) { return a == 0; }});
     checkInt<Zvp16s, Zvp16s, Zvp16s>(
-        {"Div_16s_Sfs", [](auto a, auto b, auto d, int n, int sf) { return zvpsDiv_16s_Sfs(a, b, d, n, sf); },
+        {"Div_16s_Sfs", zvpsDiv_16s_Sfs,
          [](Zvp16s a, Zvp16s b, int sf) { return divRef(a, b, sf); }, [](Zvp16s a, Zvp16s) { return a == 0; }});
     // Below -31 every element with a non-zero divisor is 65535, even 0 / x.
     checkInt<Zvp16u, Zvp16u, Zvp16u>(
-        {"Div_16u_Sfs", [](auto a, auto b, auto d, int n, int sf) { return zvpsDiv_16u_Sfs(a, b, d, n, sf); },
+        {"Div_16u_Sfs", zvpsDiv_16u_Sfs,
          [](Zvp16u a, Zvp16u b, int sf) { return (sf < -31 && a != 0) ? Zvp16u(65535) : divRef(a, b, sf); },
          [](Zvp16u a, Zvp16u) { return a == 0; }});
     checkInt<Zvp32s, Zvp32s, Zvp32s>(
-        {"Div_32s_Sfs", [](auto a, auto b, auto d, int n, int sf) { return zvpsDiv_32s_Sfs(a, b, d, n, sf); },
+        {"Div_32s_Sfs", zvpsDiv_32s_Sfs,
          [](Zvp32s a, Zvp32s b, int sf) { return divRef(a, b, sf); }, [](Zvp32s a, Zvp32s) { return a == 0; }});
     checkInt<Zvp32s, Zvp16s, Zvp16s>(
         {"Div_32s16s_Sfs",
-         [](auto a, auto b, auto d, int n, int sf) { return zvpsDiv_32s16s_Sfs(a, b, d, n, sf); },
+         zvpsDiv_32s16s_Sfs,
          [](Zvp32s a, Zvp16s b, int sf) {
              return a == 0 ? subst(b) : quotient<Zvp16s>(W(b), W(a), sf, Mode::NearestEven);
          },
@@ -439,7 +393,7 @@ TEST(MulDivDiv, VectorForms) {
                        quotient<Zvp16s>(W(b.im) * W(a.re) - W(b.re) * W(a.im), den, sf, Mode::NearestEven)};
     };
     checkInt<Zvp16sc, Zvp16sc, Zvp16sc>(
-        {"Div_16sc_Sfs", [](auto a, auto b, auto d, int n, int sf) { return zvpsDiv_16sc_Sfs(a, b, d, n, sf); },
+        {"Div_16sc_Sfs", zvpsDiv_16sc_Sfs,
          cdiv,
          [](Zvp16sc a, Zvp16sc) { return a.re == 0 && a.im == 0; }});
     // Some 16sc divisors that are exactly zero, which random pairs rarely are.
@@ -448,55 +402,42 @@ TEST(MulDivDiv, VectorForms) {
     for (int i = 0; i < 3; ++i) EXPECT_TRUE(sameBits(d[i], cdiv(a[i], b[i], 0))) << i;
 }
 
+template <class T>
+T rdivC(T a, T c, int sf) { return divRef(c, a, sf); }
+
 TEST(MulDivDiv, ConstantForms) {
     std::mt19937_64 g(9);
     for (int k = 0; k < 5; ++k) {
         const std::string tag = " #" + std::to_string(k);
+        const auto sfs = sfsFor(k);
         Zvp8u c8 = randomValue<Zvp8u>(g);
         Zvp16s c16 = k == 0 ? INT16_MIN : (k == 1 ? -1 : randomValue<Zvp16s>(g));
         Zvp16u cu = k == 0 ? 65535 : (k == 1 ? 1 : randomValue<Zvp16u>(g));
         Zvp64s c64 = k == 0 ? INT64_MIN : (k == 1 ? -1 : std::int64_t(g()) >> (k * 11));
-        Zvp16sc cc = k == 0 ? Zvp16sc{-32768, -32768} : randomValue<Zvp16sc>(g);
+        // Purely real and purely imaginary divisors are not zero.
+        Zvp16sc cc = k == 0 ? Zvp16sc{-32768, -32768} : k == 1 ? Zvp16sc{5, 0} : k == 2 ? Zvp16sc{0, -3} : randomValue<Zvp16sc>(g);
         c8 = c8 ? c8 : 1;
         c16 = c16 ? c16 : 7;
         cu = cu ? cu : 3;
         c64 = c64 ? c64 : 5;
         if (cc.re == 0 && cc.im == 0) cc.re = 1;
-        checkInt<Zvp8u, Zvp8u, Zvp8u>(
-            {"DivC_8u_Sfs" + tag,
-             [c8](auto a, auto, auto d, int n, int sf) { return zvpsDivC_8u_Sfs(a, c8, d, n, sf); },
-             [c8](Zvp8u a, Zvp8u, int sf) { return divRef(c8, a, sf); }, {}, sfsFor(k)});
-        checkInt<Zvp16s, Zvp16s, Zvp16s>(
-            {"DivC_16s_Sfs" + tag,
-             [c16](auto a, auto, auto d, int n, int sf) { return zvpsDivC_16s_Sfs(a, c16, d, n, sf); },
-             [c16](Zvp16s a, Zvp16s, int sf) { return divRef(c16, a, sf); }, {}, sfsFor(k)});
-        checkInt<Zvp16u, Zvp16u, Zvp16u>(
-            {"DivC_16u_Sfs" + tag,
-             [cu](auto a, auto, auto d, int n, int sf) { return zvpsDivC_16u_Sfs(a, cu, d, n, sf); },
-             [cu](Zvp16u a, Zvp16u, int sf) { return divRef(cu, a, sf); }, {}, sfsFor(k)});
-        checkInt<Zvp64s, Zvp64s, Zvp64s>(
-            {"DivC_64s_ISfs" + tag,
-             [c64](auto a, auto, auto d, int n, int sf) {
-                 std::memcpy(d, a, n * sizeof(Zvp64s));
-                 return zvpsDivC_64s_ISfs(c64, d, n, sf);
-             },
-             [c64](Zvp64s a, Zvp64s, int sf) { return divRef(c64, a, sf); }, {}, sfsFor(k)});
-        checkInt<Zvp16sc, Zvp16sc, Zvp16sc>(
-            {"DivC_16sc_Sfs" + tag,
-             [cc](auto a, auto, auto d, int n, int sf) { return zvpsDivC_16sc_Sfs(a, cc, d, n, sf); },
-             [cc](Zvp16sc a, Zvp16sc, int sf) {
-                 const Wide den = W(cc.re) * W(cc.re) + W(cc.im) * W(cc.im);
-                 return Zvp16sc{
-                     quotient<Zvp16s>(W(a.re) * W(cc.re) + W(a.im) * W(cc.im), den, sf, Mode::NearestEven),
-                     quotient<Zvp16s>(W(a.im) * W(cc.re) - W(a.re) * W(cc.im), den, sf, Mode::NearestEven)};
-             },
-             {}, sfsFor(k)});
+        checkC<Zvp8u>("DivC_8u_Sfs" + tag, zvpsDivC_8u_Sfs, c8, rdivC<Zvp8u>, sfs);
+        checkC<Zvp16s>("DivC_16s_Sfs" + tag, zvpsDivC_16s_Sfs, c16, rdivC<Zvp16s>, sfs);
+        checkC<Zvp16u>("DivC_16u_Sfs" + tag, zvpsDivC_16u_Sfs, cu, rdivC<Zvp16u>, sfs);
+        checkC<Zvp64s>("DivC_64s_ISfs" + tag, +[](const Zvp64s* a, Zvp64s c, Zvp64s* d, int n, int sf) {
+            std::memcpy(d, a, n * sizeof(Zvp64s));
+            return zvpsDivC_64s_ISfs(c, d, n, sf);
+        }, c64, rdivC<Zvp64s>, sfs);
+        checkC<Zvp16sc>("DivC_16sc_Sfs" + tag, zvpsDivC_16sc_Sfs, cc, [](Zvp16sc a, Zvp16sc c, int sf) {
+            const Wide den = W(c.re) * W(c.re) + W(c.im) * W(c.im);
+            return Zvp16sc{quotient<Zvp16s>(W(a.re) * W(c.re) + W(a.im) * W(c.im), den, sf, Mode::NearestEven),
+                           quotient<Zvp16s>(W(a.im) * W(c.re) - W(a.re) * W(c.im), den, sf, Mode::NearestEven)};
+        }, sfs);
         // val / x, rounded to nearest; a zero element gives 65535 (0 for 0 / 0).
         const Zvp16u cr = k == 0 ? 0 : cu;
         checkInt<Zvp16u, Zvp16u, Zvp16u>(
             {"DivCRev_16u" + tag, [cr](auto a, auto, auto d, int n, int) { return zvpsDivCRev_16u(a, cr, d, n); },
-             [cr](Zvp16u a, Zvp16u, int) { return divRef(a, cr, 0); }, [](Zvp16u a, Zvp16u) { return a == 0; },
-             {0}});
+             [cr](Zvp16u a, Zvp16u, int) { return divRef(a, cr, 0); }, [](Zvp16u a, Zvp16u) { return a == 0; }, {0}});
     }
 }
 
