@@ -537,11 +537,6 @@ TEST(MulDivFloatReal, DivisionStatus) {
 // with eps the unit roundoff; an accumulated product adds one more rounding
 // of a value at most |acc| + |x1| + |x2|. Quotients are checked against a
 // relative bound of 8 eps of the magnitude, from the same counting.
-template <class T>
-struct Cx {
-    T re, im;
-};
-
 template <class T, class C, class F, class E>
 void checkCplx(const std::string& name, F f, E expect) {
     SCOPED_TRACE(name);
