@@ -599,28 +599,20 @@ inline void checkSingles(const Row& r) {
                 const ZvpStatus s = f.run(n, v);
                 ZvpStatus want = zvpStsNoErr;
                 for (int i = 0; i < n && want == zvpStsNoErr; ++i) want = st[i];
-                // written() concatenates per argument; compare argument by argument.
-                const auto got = f.written();
-                std::size_t off = 0;
-                bool same = s == want && f.intact();
-                for (std::size_t a = 0; a < r.args.size() && same; ++a) {
-                    if (r.args[a].role == Role::In) continue;
-                    const std::size_t sz = r.args[a].type->size;
-                    std::size_t inOne = 0;
-                    for (std::size_t b = 0; b < a; ++b)
-                        if (r.args[b].role != Role::In) inOne += r.args[b].type->size;
-                    for (int i = 0; i < n && same; ++i)
-                        same = std::memcmp(got.data() + off + std::size_t(i) * sz, one[i].data() + inOne, sz) == 0;
-                    off += std::size_t(n) * sz;
-                    if (!same) {
-                        ZVP_SHAPE_FAIL("singles", r) << "length " << n << describe(v, r)
-                                                     << " differs from one-element calls in argument " << a;
-                        return;
-                    }
+                // written() concatenates per argument: element i of argument a
+                // comes from the a-th destination part of one[i].
+                std::vector<unsigned char> expect;
+                std::size_t inOne = 0;
+                for (const Arg& a : r.args) {
+                    if (a.role == Role::In) continue;
+                    for (int i = 0; i < n; ++i) expect.insert(expect.end(), one[i].begin() + inOne, one[i].begin() + inOne + a.type->size);
+                    inOne += a.type->size;
                 }
+                const bool same = s == want && f.intact() && f.written() == expect;
                 if (!same) {
                     ZVP_SHAPE_FAIL("singles", r) << "length " << n << describe(v, r) << ": status " << s << ", expected "
-                                                 << want << (f.intact() ? "" : ", guards or sources changed");
+                                                 << want << (f.intact() ? ", or values differ from one-element calls"
+                                                                        : ", guards or sources changed");
                     return;
                 }
             }
