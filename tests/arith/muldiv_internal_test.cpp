@@ -35,19 +35,20 @@ std::vector<W> laneValues(unsigned seed, int n = 4000) {
     return v;
 }
 
-// Runs a lane set over R values held in 32-bit lanes and compares every
-// result with scaleRule.
-template <class D, class LaneSet, class W>
-void check32(int sf, const std::vector<W>& r) {
-    const LaneSet ls(sf);
-    for (std::size_t i = 0; i + 8 <= r.size(); i += 8) {
-        const __m128i r0 = simd::loadu(r.data() + i), r1 = simd::loadu(r.data() + i + 4);
-        alignas(16) D out[8];
-        simd::store(out, ls.finish(ls.pre(r0), ls.pre(r1)));
-        for (int k = 0; k < 8; ++k)
-            ASSERT_EQ(out[k], scaleRule<D>(std::int64_t(r[i + k]), sf)) << "R " << r[i + k] << " sf " << sf;
+// Runs a lane set over R values, N results a step (`load` makes them from
+// the R values at a position), and compares every result with scaleRule.
+template <class D, int N, class LS, class W, class Load>
+void lanes(int sf, const std::vector<W>& r, Load load) {
+    const LS ls(sf);
+    for (std::size_t i = 0; i + N <= r.size(); i += N) {
+        alignas(16) D out[N];
+        simd::store(out, load(ls, r.data() + i));
+        for (int k = 0; k < N; ++k) ASSERT_EQ(out[k], scaleRule<D>(std::int64_t(r[i + k]), sf)) << "R " << +r[i + k] << " sf " << sf;
     }
 }
+const auto kPair = [](const auto& ls, const auto* p) { return ls.finish(ls.pre(simd::loadu(p)), ls.pre(simd::loadu(p + 4))); };
+template <class D, class LS, class W>
+void check32(int sf, const std::vector<W>& r) { lanes<D, 8, LS>(sf, r, kPair); }
 
 TEST(MulDivKernels, SignedLanesTo16Bit) {
     const auto r = laneValues<std::int32_t>(1);
@@ -71,17 +72,7 @@ TEST(MulDivKernels, SignedLanesWithHeadroom) {
 
 TEST(MulDivKernels, UnsignedLanesTo16u) {
     const auto r = laneValues<std::uint32_t>(2);
-    // scaleRule takes R as a signed wide value: the unsigned lanes hold R < 2^32.
-    const auto check = [&](auto tag, int sf) {
-        using LS = decltype(tag);
-        const LS ls(sf);
-        for (std::size_t i = 0; i + 8 <= r.size(); i += 8) {
-            alignas(16) Zvp16u out[8];
-            simd::store(out, ls.finish(ls.pre(simd::loadu(r.data() + i)), ls.pre(simd::loadu(r.data() + i + 4))));
-            for (int k = 0; k < 8; ++k)
-                ASSERT_EQ(out[k], scaleRule<Zvp16u>(std::int64_t(r[i + k]), sf)) << r[i + k] << " sf " << sf;
-        }
-    };
+    const auto check = [&](auto tag, int sf) { lanes<Zvp16u, 8, decltype(tag)>(sf, r, kPair); };
     check(muldiv::LanesU32to16u<Path::Plain>(0), 0);
     check(muldiv::LanesU32to16u<Path::One>(1), 1);
     for (int sf = 2; sf <= 32; ++sf) check(muldiv::LanesU32to16u<Path::Pos>(sf), sf);
@@ -92,15 +83,9 @@ TEST(MulDivKernels, UnsignedLanesTo16u) {
 TEST(MulDivKernels, SixtyFourBitLanesTo32s) {
     const auto r = laneValues<std::int64_t>(3);
     const auto check = [&](auto tag, int sf) {
-        using LS = decltype(tag);
-        const LS ls(sf);
-        for (std::size_t i = 0; i + 4 <= r.size(); i += 4) {
-            const __m128i e = _mm_set_epi64x(r[i + 2], r[i]), o = _mm_set_epi64x(r[i + 3], r[i + 1]);
-            alignas(16) Zvp32s out[4];
-            simd::store(out, ls.finish(e, o));
-            for (int k = 0; k < 4; ++k)
-                ASSERT_EQ(out[k], scaleRule<Zvp32s>(r[i + k], sf)) << r[i + k] << " sf " << sf;
-        }
+        lanes<Zvp32s, 4, decltype(tag)>(sf, r, [](const auto& ls, const std::int64_t* p) {
+            return ls.finish(_mm_set_epi64x(p[2], p[0]), _mm_set_epi64x(p[3], p[1]));
+        });
     };
     check(muldiv::Lanes64to32<Path::Plain>(0), 0);
     check(muldiv::Lanes64to32<Path::One>(1), 1);
@@ -115,14 +100,9 @@ TEST(MulDivKernels, EightBitLanes) {
     for (int v : {0, 1, 32767, 32768, 32769, 65024, 65025, 65535}) r.push_back(std::uint16_t(v));
     while (r.size() % 16) r.push_back(0);
     const auto check = [&](auto tag, int sf) {
-        using LS = decltype(tag);
-        const LS ls(sf);
-        for (std::size_t i = 0; i + 16 <= r.size(); i += 16) {
-            alignas(16) Zvp8u out[16];
-            simd::store(out, ls.finish(simd::loadu(r.data() + i), simd::loadu(r.data() + i + 8)));
-            for (int k = 0; k < 16; ++k)
-                ASSERT_EQ(out[k], scaleRule<Zvp8u>(std::int32_t(r[i + k]), sf)) << r[i + k] << " sf " << sf;
-        }
+        lanes<Zvp8u, 16, decltype(tag)>(sf, r, [](const auto& ls, const std::uint16_t* p) {
+            return ls.finish(simd::loadu(p), simd::loadu(p + 8));
+        });
     };
     check(muldiv::LanesU16to8u<Path::Plain>(0), 0);
     check(muldiv::LanesU16to8u<Path::One>(1), 1);
