@@ -88,22 +88,6 @@ TEST(PowersKernels, StridedSweepWithinTheA21Bound) {
     EXPECT_LE(a.worstRel, std::ldexp(1.0, -21));
 }
 
-// Every float: about a minute and a half per function. Run with
-// --gtest_also_run_disabled_tests --gtest_filter='*FullSweep*'.
-TEST(PowersKernels, DISABLED_FullSweep) {
-    const SweepResult e = sweep(zvp::mathpoly::ownsExp_32f_A21, refExp, 1, 0);
-    const SweepResult l = sweep(zvp::mathpoly::ownsLn_32f_A21, refLn, 1, 0);
-    const SweepResult a = sweep(zvp::mathpoly::ownsArctan_32f_A21, refAtan, 1, 0);
-    std::printf("exp:  worst %.4f ulps at %a, max relative error 2^%.2f\n", e.worstUlps, e.worstX, std::log2(e.worstRel));
-    std::printf("ln:   worst %.4f ulps at %a, max relative error 2^%.2f\n", l.worstUlps, l.worstX, std::log2(l.worstRel));
-    std::printf("atan: worst %.4f ulps at %a, max relative error 2^%.2f\n", a.worstUlps, a.worstX, std::log2(a.worstRel));
-    EXPECT_LE(e.worstRel, std::ldexp(1.0, -21));
-    EXPECT_LE(l.worstRel, std::ldexp(1.0, -21));
-    EXPECT_LE(a.worstRel, std::ldexp(1.0, -21));
-}
-
-// The array helper runs the lane function on a padded copy of the tail, so
-// an element's value does not depend on its position or the length.
 // ---- Double-double ---------------------------------------------------------------
 
 using zvp::dd::DD;

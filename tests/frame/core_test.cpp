@@ -179,12 +179,9 @@ TEST(Exports, CallThroughExportedNameReachesImplementation) {
     dlclose(lib);
 }
 
-TEST(Cauchy, CheckOrderAndValues) {
+// Check order and refused parameters are the shape table's.
+TEST(Cauchy, Values) {
     Zvp32f v[3] = {0.0f, 1.0f, -10.0f};
-    EXPECT_EQ(zvpsCauchy_32f_I(nullptr, 0, -1.0f), zvpStsNullPtrErr);
-    EXPECT_EQ(zvpsCauchy_32f_I(v, 0, -1.0f), zvpStsSizeErr);
-    EXPECT_EQ(zvpsCauchy_32f_I(v, 3, 0.0f), zvpStsCauchyParamErr);
-    EXPECT_EQ(v[1], 1.0f) << "nothing written on error";
     ASSERT_EQ(zvpsCauchy_32f_I(v, 3, 2.0f), zvpStsNoErr);
     EXPECT_EQ(v[0], 0.0f);
     EXPECT_NEAR(v[1], 2.0 * std::log(1.25), 1e-6);

@@ -219,76 +219,50 @@ inline Row row(const char* name, std::vector<Arg> args, Call c, bool sf = false)
     return r;
 }
 
+// Each maker takes the export with or without a trailing scale factor (S...).
 // Vector op vector: first source, second source, destination (acc: the
 // destination is also read).
-template <class A, class B, class D>
-Row vv(const char* n, ZvpStatus (*f)(const A*, const B*, D*, int), bool acc = false) {
-    return row(n, {in<A>(), in<B>(), acc ? io<D>() : out<D>()},
-               [f](void* const* p, int len, const Vals&) { return f(ZVP_P(0, const A), ZVP_P(1, const B), ZVP_P(2, D), len); });
-}
-template <class A, class B, class D>
-Row vv(const char* n, ZvpStatus (*f)(const A*, const B*, D*, int, int), bool acc = false) {
+template <class A, class B, class D, class... S>
+Row vv(const char* n, ZvpStatus (*f)(const A*, const B*, D*, int, S...), bool acc = false) {
     return row(n, {in<A>(), in<B>(), acc ? io<D>() : out<D>()}, [f](void* const* p, int len, const Vals& v) {
-        return f(ZVP_P(0, const A), ZVP_P(1, const B), ZVP_P(2, D), len, v.sf);
-    }, true);
+        return f(ZVP_P(0, const A), ZVP_P(1, const B), ZVP_P(2, D), len, S(v.sf)...);
+    }, sizeof...(S) > 0);
 }
 // Vector op vector in place: source, source-and-destination.
-template <class A, class D>
-Row vvI(const char* n, ZvpStatus (*f)(const A*, D*, int)) {
-    return row(n, {in<A>(), io<D>()}, [f](void* const* p, int len, const Vals&) { return f(ZVP_P(0, const A), ZVP_P(1, D), len); });
-}
-template <class A, class D>
-Row vvI(const char* n, ZvpStatus (*f)(const A*, D*, int, int)) {
+template <class A, class D, class... S>
+Row vvI(const char* n, ZvpStatus (*f)(const A*, D*, int, S...)) {
     return row(n, {in<A>(), io<D>()},
-               [f](void* const* p, int len, const Vals& v) { return f(ZVP_P(0, const A), ZVP_P(1, D), len, v.sf); }, true);
+               [f](void* const* p, int len, const Vals& v) { return f(ZVP_P(0, const A), ZVP_P(1, D), len, S(v.sf)...); },
+               sizeof...(S) > 0);
 }
 // One source, one destination.
-template <class A, class D>
-Row un(const char* n, ZvpStatus (*f)(const A*, D*, int)) {
-    return row(n, {in<A>(), out<D>()}, [f](void* const* p, int len, const Vals&) { return f(ZVP_P(0, const A), ZVP_P(1, D), len); });
-}
-template <class A, class D>
-Row un(const char* n, ZvpStatus (*f)(const A*, D*, int, int)) {
+template <class A, class D, class... S>
+Row un(const char* n, ZvpStatus (*f)(const A*, D*, int, S...)) {
     return row(n, {in<A>(), out<D>()},
-               [f](void* const* p, int len, const Vals& v) { return f(ZVP_P(0, const A), ZVP_P(1, D), len, v.sf); }, true);
+               [f](void* const* p, int len, const Vals& v) { return f(ZVP_P(0, const A), ZVP_P(1, D), len, S(v.sf)...); },
+               sizeof...(S) > 0);
 }
 // In place on one vector (Zero when `fill`: the vector is only written).
-template <class D>
-Row unI(const char* n, ZvpStatus (*f)(D*, int), bool fill = false) {
-    return row(n, {fill ? out<D>() : io<D>()}, [f](void* const* p, int len, const Vals&) { return f(ZVP_P(0, D), len); });
-}
-template <class D>
-Row unI(const char* n, ZvpStatus (*f)(D*, int, int)) {
-    return row(n, {io<D>()}, [f](void* const* p, int len, const Vals& v) { return f(ZVP_P(0, D), len, v.sf); }, true);
+template <class D, class... S>
+Row unI(const char* n, ZvpStatus (*f)(D*, int, S...), bool fill = false) {
+    return row(n, {fill ? out<D>() : io<D>()},
+               [f](void* const* p, int len, const Vals& v) { return f(ZVP_P(0, D), len, S(v.sf)...); }, sizeof...(S) > 0);
 }
 // Vector op constant (acc: the destination is also read).
-template <class A, class C, class D>
-Row vc(const char* n, ZvpStatus (*f)(const A*, C, D*, int), bool acc = false) {
-    Row r = row(n, {in<A>(), acc ? io<D>() : out<D>()},
-                [f](void* const* p, int len, const Vals& v) { return f(ZVP_P(0, const A), constant<C>(v, 0), ZVP_P(1, D), len); });
-    r.consts = {typeOf<C>()};
-    return r;
-}
-template <class A, class C, class D>
-Row vc(const char* n, ZvpStatus (*f)(const A*, C, D*, int, int)) {
-    Row r = row(n, {in<A>(), out<D>()}, [f](void* const* p, int len, const Vals& v) {
-        return f(ZVP_P(0, const A), constant<C>(v, 0), ZVP_P(1, D), len, v.sf);
-    }, true);
+template <class A, class C, class D, class... S>
+Row vc(const char* n, ZvpStatus (*f)(const A*, C, D*, int, S...), bool acc = false) {
+    Row r = row(n, {in<A>(), acc ? io<D>() : out<D>()}, [f](void* const* p, int len, const Vals& v) {
+        return f(ZVP_P(0, const A), constant<C>(v, 0), ZVP_P(1, D), len, S(v.sf)...);
+    }, sizeof...(S) > 0);
     r.consts = {typeOf<C>()};
     return r;
 }
 // Constant op vector in place (Set when `fill`: the vector is only written).
-template <class C, class D>
-Row vcI(const char* n, ZvpStatus (*f)(C, D*, int), bool fill = false) {
-    Row r = row(n, {fill ? out<D>() : io<D>()},
-                [f](void* const* p, int len, const Vals& v) { return f(constant<C>(v, 0), ZVP_P(0, D), len); });
-    r.consts = {typeOf<C>()};
-    return r;
-}
-template <class C, class D>
-Row vcI(const char* n, ZvpStatus (*f)(C, D*, int, int)) {
-    Row r = row(n, {io<D>()}, [f](void* const* p, int len, const Vals& v) { return f(constant<C>(v, 0), ZVP_P(0, D), len, v.sf); },
-                true);
+template <class C, class D, class... S>
+Row vcI(const char* n, ZvpStatus (*f)(C, D*, int, S...), bool fill = false) {
+    Row r = row(n, {fill ? out<D>() : io<D>()}, [f](void* const* p, int len, const Vals& v) {
+        return f(constant<C>(v, 0), ZVP_P(0, D), len, S(v.sf)...);
+    }, sizeof...(S) > 0);
     r.consts = {typeOf<C>()};
     return r;
 }
@@ -310,19 +284,11 @@ Row vvr(const char* n, ZvpStatus (*f)(const A*, D*, int, ZvpRoundMode, int)) {
     return r;
 }
 // Source, destination, length, then two values (subtrahend and divisor).
-template <class A, class D, class C, class E>
-Row un2(const char* n, ZvpStatus (*f)(const A*, D*, int, C, E)) {
+template <class A, class D, class C, class E, class... S>
+Row un2(const char* n, ZvpStatus (*f)(const A*, D*, int, C, E, S...)) {
     Row r = row(n, {in<A>(), out<D>()}, [f](void* const* p, int len, const Vals& v) {
-        return f(ZVP_P(0, const A), ZVP_P(1, D), len, constant<C>(v, 0), constant<E>(v, 1));
-    });
-    r.consts = {typeOf<C>(), typeOf<E>()};
-    return r;
-}
-template <class A, class D, class C, class E>
-Row un2(const char* n, ZvpStatus (*f)(const A*, D*, int, C, E, int)) {
-    Row r = row(n, {in<A>(), out<D>()}, [f](void* const* p, int len, const Vals& v) {
-        return f(ZVP_P(0, const A), ZVP_P(1, D), len, constant<C>(v, 0), constant<E>(v, 1), v.sf);
-    }, true);
+        return f(ZVP_P(0, const A), ZVP_P(1, D), len, constant<C>(v, 0), constant<E>(v, 1), S(v.sf)...);
+    }, sizeof...(S) > 0);
     r.consts = {typeOf<C>(), typeOf<E>()};
     return r;
 }
@@ -663,28 +629,28 @@ inline void checkSingles(const Row& r) {
                 const ZvpStatus s = f.run(n, v);
                 ZvpStatus want = zvpStsNoErr;
                 for (int i = 0; i < n && want == zvpStsNoErr; ++i) want = st[i];
-                // written() concatenates per argument; compare argument by argument.
+                // written() concatenates per argument: element i of argument a
+                // comes from the a-th destination part of one[i].
+                std::vector<unsigned char> expect;
+                std::size_t inOne = 0;
+                for (const Arg& a : r.args) {
+                    if (a.role == Role::In) continue;
+                    for (int i = 0; i < n; ++i) expect.insert(expect.end(), one[i].begin() + inOne, one[i].begin() + inOne + a.type->size);
+                    inOne += a.type->size;
+                }
                 const auto got = f.written();
+                bool same = s == want && f.intact() && got.size() == expect.size();
                 std::size_t off = 0;
-                bool same = s == want && f.intact();
-                for (std::size_t a = 0; a < r.args.size() && same; ++a) {
-                    if (r.args[a].role == Role::In) continue;
-                    const std::size_t sz = r.args[a].type->size;
-                    std::size_t inOne = 0;
-                    for (std::size_t b = 0; b < a; ++b)
-                        if (r.args[b].role != Role::In) inOne += r.args[b].type->size;
-                    for (int i = 0; i < n && same; ++i)
-                        same = sameValues(r.args[a].type, got.data() + off + std::size_t(i) * sz, one[i].data() + inOne, sz);
-                    off += std::size_t(n) * sz;
-                    if (!same) {
-                        ZVP_SHAPE_FAIL("singles", r) << "length " << n << describe(v, r)
-                                                     << " differs from one-element calls in argument " << a;
-                        return;
-                    }
+                for (const Arg& a : r.args) {
+                    if (a.role == Role::In || !same) continue;
+                    const std::size_t bytes = std::size_t(n) * a.type->size;
+                    same = sameValues(a.type, got.data() + off, expect.data() + off, bytes);
+                    off += bytes;
                 }
                 if (!same) {
                     ZVP_SHAPE_FAIL("singles", r) << "length " << n << describe(v, r) << ": status " << s << ", expected "
-                                                 << want << (f.intact() ? "" : ", guards or sources changed");
+                                                 << want << (f.intact() ? ", or values differ from one-element calls"
+                                                                        : ", guards or sources changed");
                     return;
                 }
             }

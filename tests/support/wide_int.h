@@ -10,7 +10,6 @@
 
 #include <cstdint>
 #include <limits>
-#include <string>
 #include <type_traits>
 
 namespace zvp::test {
@@ -169,20 +168,6 @@ public:
     std::int64_t low64() const {
         const std::uint64_t m = mag64();
         return neg_ ? std::int64_t(0 - m) : std::int64_t(m);
-    }
-
-    std::string str() const {
-        // Hexadecimal magnitude with sign; enough for failure messages.
-        static const char* hex = "0123456789abcdef";
-        std::string s;
-        bool lead = true;
-        for (int i = 32 * kLimbs / 4 - 1; i >= 0; --i) {
-            const int d = (l_[i / 8] >> (4 * (i % 8))) & 15;
-            if (d == 0 && lead && i) continue;
-            lead = false;
-            s += hex[d];
-        }
-        return (negative() ? "-0x" : "0x") + s;
     }
 
 private:
