@@ -17,6 +17,8 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdlib>
+#include <vector>
 
 namespace zvp::test {
 
@@ -26,6 +28,17 @@ template <class T>
 double fftBound(int order) {
     const double u = sizeof(T) == 4 ? 0x1p-24 : 0x1p-53;
     return kFftC * u * std::max(order, 1);
+}
+
+// The orders the transform tests run: every order up to `top`, or with
+// ZVP_TEST_QUICK set (sanitizer runs) every order up to 14, then 18 and 20.
+inline std::vector<int> fftOrders(int top = 22) {
+    const char* q = std::getenv("ZVP_TEST_QUICK");
+    const bool quick = q && *q && *q != '0';
+    std::vector<int> v;
+    for (int m = 0; m <= top; ++m)
+        if (!quick || m <= 14 || m == 18 || m == 20) v.push_back(m);
+    return v;
 }
 
 }  // namespace zvp::test
