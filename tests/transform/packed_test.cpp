@@ -44,15 +44,15 @@ std::vector<T> packed(const std::vector<T>& re, const std::vector<T>& im, Layout
 }
 
 TEST(PackedLayout, IndexTablesForEightTwoAndOne) {
-    const std::vector<float> re{10, 11, 12, 13, 14}, im{0, 21, 22, 23, 0};
+    const std::vector<float> re{10, 11, 12, 13, 14}, im{0, 21, 22, 23, 0}, im0(5, 0.f);
     EXPECT_EQ(packed(re, im, Layout::Pack, 8), (std::vector<float>{10, 11, 21, 12, 22, 13, 23, 14}));
     EXPECT_EQ(packed(re, im, Layout::Perm, 8), (std::vector<float>{10, 14, 11, 21, 12, 22, 13, 23}));
     EXPECT_EQ(packed(re, im, Layout::Ccs, 8), (std::vector<float>{10, 0, 11, 21, 12, 22, 13, 23, 14, 0}));
-    EXPECT_EQ(packed(re, im, Layout::Pack, 2), (std::vector<float>{10, 11}));
-    EXPECT_EQ(packed(re, im, Layout::Perm, 2), (std::vector<float>{10, 11}));
-    EXPECT_EQ(packed(re, im, Layout::Ccs, 2), (std::vector<float>{10, 0, 11, 0}));
-    EXPECT_EQ(packed(re, im, Layout::Pack, 1), (std::vector<float>{10}));
-    EXPECT_EQ(packed(re, im, Layout::Ccs, 1), (std::vector<float>{10, 0}));
+    EXPECT_EQ(packed(re, im0, Layout::Pack, 2), (std::vector<float>{10, 11}));
+    EXPECT_EQ(packed(re, im0, Layout::Perm, 2), (std::vector<float>{10, 11}));
+    EXPECT_EQ(packed(re, im0, Layout::Ccs, 2), (std::vector<float>{10, 0, 11, 0}));
+    EXPECT_EQ(packed(re, im0, Layout::Pack, 1), (std::vector<float>{10}));
+    EXPECT_EQ(packed(re, im0, Layout::Ccs, 1), (std::vector<float>{10, 0}));
 }
 
 // ---- Conj expansion -----------------------------------------------------------
