@@ -31,28 +31,28 @@ ASAN=${ZVP_SEED_ASAN:-0}
 PRESET=x64
 [ "$ASAN" = 1 ] && PRESET=asan
 
-# id | file | line at 9415177 | sed expression | expression in the new tree (empty: same) | areas | what
+# id @ file @ line at 9415177 @ sed expression @ expression in the new tree (empty: same) @ areas @ what
 FAULTS=$(cat <<'EOF'
-tie|src/common/scale.h|45|s/rem > half ||/rem >= half ||/||arith|scale rule rounds ties away from zero
-half|src/common/scale.h|44|s/U(1) << (sf - 1)/U(1) << sf/||arith|scale rule compares with the wrong half
-sat|src/common/scale.h|21|s/if (r > W(L::max())) return/if (r > W(L::max()) + 1) return/||arith|saturation bound off by one
-divc16sc|src/arith/psdiv.cpp|383|s/val.re == 0 \&\& val.im == 0/val.re == 0 || val.im == 0/||arith|DivC_16sc refuses a constant with one zero part
-divc32fc|src/arith/psdiv.cpp|448|s/val.re == 0.0f \&\& val.im == 0.0f/val.re == 0.0f || val.im == 0.0f/||arith|DivC_32fc refuses a constant with one zero part
-divc32f|src/arith/psdiv.cpp|409|s/1.0f \/ val/1.0f * val/||arith|DivC_32f multiplies by the constant
-divc64s|src/arith/psdiv.cpp|400|s/if (val == 0) return zvpStsDivByZeroErr;//||arith|DivC zero-constant check skipped
-div16u|src/arith/psdiv.cpp|37|s/(b == 0 \&\& a == 0) ? 0 : 65535/(b == 0) ? 0 : 65535/||arith|Div_16u substitute ignores the divisor
-lens|src/common/check.h|17|s/(len < 1)/(len < 0)/||arith frame|length 0 accepted
-flip|src/arith/psflip.cpp|19|s/for (; i < len; ++i)/for (; i < len - 1; ++i)/||frame|Flip tail leaves its last element
-ladder|src/arith/psln.cpp|49|s/4915, 13360/4916, 13360/||arith|Ln_16s ladder step off by one
-shift|src/arith/psshift.cpp|90|s/if (k < 0) return zvpStsShiftErr;//||arith|negative shift count not refused
-normmin|src/arith/psnormalize.cpp|24|s/< kSmallestNormalSingle/<= kSmallestNormalSingle/|s/>= kSmallestNormalSingle/> kSmallestNormalSingle/|arith|Normalize refuses the smallest normal divisor
-sqrtneg|src/arith/pssqrt.cpp|53|s/negative |= x < 0.0f;/negative |= x <= 0.0f;/||arith|Sqrt_32f warns on zero
-multail|src/arith/psmul.cpp|379|s/for (; i < len; ++i)/for (; i < len - 1; ++i)/||arith|Mul tail leaves its last element
-andc|src/arith/pslogic.cpp|85|s/if (c == 0) {/if (c == 1) {/||arith|AndC shortcut on the wrong constant
-fftscale|src/transform/psffti.cpp|385|s/1.0f \/ float(n)/1.0f \/ float(n + 1)/||transform|1/N scale off by one
-fftsqrt|src/transform/psffti.cpp|390|s/std::sqrt(double(n)))/std::sqrt(double(n + 1)))/||transform|1/sqrt(N) scale off by one
-radix|src/transform/fftengine.h|376|s/a\[2\] = cmul<V, INV>(a\[2\], w2r, w2i);/a[2] = cmul<V, !INV>(a[2], w2r, w2i);/||transform|radix-4 column pass conjugates a twiddle
-overread|src/transform/psfftr.cpp|482|s/dst\[i\] = scaled ? x\[i\] \* f : x\[i\];/dst[i] = scaled ? x[i] * f : ((void)*(volatile const T*)\&x[i + 1], x[i]);/||transform asan|small real inverse reads one past its local array
+tie@src/common/scale.h@45@s/rem > half ||/rem >= half ||/@@arith@scale rule rounds ties away from zero
+half@src/common/scale.h@44@s/U(1) << (sf - 1)/U(1) << sf/@@arith@scale rule compares with the wrong half
+sat@src/common/scale.h@21@s/if (r > W(L::max())) return/if (r > W(L::max()) + 1) return/@@arith@saturation bound off by one
+divc16sc@src/arith/psdiv.cpp@383@s/val.re == 0 \&\& val.im == 0/val.re == 0 || val.im == 0/@@arith@DivC_16sc refuses a constant with one zero part
+divc32fc@src/arith/psdiv.cpp@448@s/val.re == 0.0f \&\& val.im == 0.0f/val.re == 0.0f || val.im == 0.0f/@@arith@DivC_32fc refuses a constant with one zero part
+divc32f@src/arith/psdiv.cpp@409@s/1.0f \/ val/1.0f * val/@@arith@DivC_32f multiplies by the constant
+divc64s@src/arith/psdiv.cpp@400@s/if (val == 0) return zvpStsDivByZeroErr;//@@arith@DivC zero-constant check skipped
+div16u@src/arith/psdiv.cpp@37@s/(b == 0 \&\& a == 0) ? 0 : 65535/(b == 0) ? 0 : 65535/@@arith@Div_16u substitute ignores the divisor
+lens@src/common/check.h@17@s/(len < 1)/(len < 0)/@@arith frame@length 0 accepted
+flip@src/arith/psflip.cpp@19@s/for (; i < len; ++i)/for (; i < len - 1; ++i)/@@frame@Flip tail leaves its last element
+ladder@src/arith/psln.cpp@49@s/4915, 13360/4916, 13360/@@arith@Ln_16s ladder step off by one
+shift@src/arith/psshift.cpp@90@s/if (k < 0) return zvpStsShiftErr;//@@arith@negative shift count not refused
+normmin@src/arith/psnormalize.cpp@24@s/< kSmallestNormalSingle/<= kSmallestNormalSingle/@s/>= kSmallestNormalSingle/> kSmallestNormalSingle/@arith@Normalize refuses the smallest normal divisor
+sqrtneg@src/arith/pssqrt.cpp@53@s/negative |= x < 0.0f;/negative |= x <= 0.0f;/@@arith@Sqrt_32f warns on zero
+multail@src/arith/psmul.cpp@379@s/for (; i < len; ++i)/for (; i < len - 1; ++i)/@@arith@Mul tail leaves its last element
+andc@src/arith/pslogic.cpp@85@s/if (c == 0) {/if (c == 1) {/@@arith@AndC shortcut on the wrong constant
+fftscale@src/transform/psffti.cpp@385@s/1.0f \/ float(n)/1.0f \/ float(n + 1)/@@transform@1/N scale off by one
+fftsqrt@src/transform/psffti.cpp@390@s/std::sqrt(double(n)))/std::sqrt(double(n + 1)))/@@transform@1/sqrt(N) scale off by one
+radix@src/transform/fftengine.h@376@s/a\[2\] = cmul<V, INV>(a\[2\], w2r, w2i);/a[2] = cmul<V, !INV>(a[2], w2r, w2i);/@@transform@radix-4 column pass conjugates a twiddle
+overread@src/transform/psfftr.cpp@482@s/dst\[i\] = scaled ? x\[i\] \* f : x\[i\];/dst[i] = scaled ? x[i] * f : ((void)*(volatile const T*)\&x[i + 1], x[i]);/@@transform asan@small real inverse reads one past its local array
 EOF
 )
 
@@ -85,6 +85,11 @@ prepare() {  # suite commit
         echo "$hash" >"$tree/.commit"
         rm -f "$WORK"/baseline-"$1"-*
     fi
+    # Undo what an interrupted run may have left seeded.
+    local f
+    for f in $(diff -rq "$tree/src.pristine" "$tree/src" | sed -n 's/^Files [^ ]* and \([^ ]*\) differ$/\1/p'); do
+        cp "$tree/src.pristine/${f#$tree/src/}" "$f"
+    done
     local t0=$(date +%s)
     (cd "$tree" && cmake --preset "$PRESET" >"$tree/configure.log" 2>&1 &&
         cmake --build --preset "$PRESET" >"$tree/build.log" 2>&1) ||
@@ -150,6 +155,7 @@ seed() {  # suite file line expr newexpr areas
     target=$(changed_lines "$pristine" "$expr" | sed -n "${k}p")
     [ -n "$target" ] || { echo "(no match)"; return; }
     sed -i "${target}${expr}" "$tree/$file"
+    cmp -s "$pristine" "$tree/$file" && { echo "(no change)"; return; }
     local targets="" p
     for p in $(progs "$suite" "$areas"); do targets="$targets --target $p"; done
     if (cd "$tree" && cmake --build --preset "$PRESET" $targets >"$tree/mutant.log" 2>&1); then
@@ -165,7 +171,7 @@ main() {
     prepare old "$OLD" || exit 1
     prepare new "$NEW" || exit 1
     printf '%-9s %-31s %-34s %-34s %-6s %s\n' fault file old new time what
-    echo "$FAULTS" | while IFS='|' read -r id file line expr nexpr areas what; do
+    echo "$FAULTS" | while IFS='@' read -r id file line expr nexpr areas what; do
         [ "$WANT" != "  " ] && [[ "$WANT" != *" $id "* ]] && continue
         if [[ " $areas " == *" asan "* ]] && [ "$ASAN" != 1 ]; then
             printf '%-9s %-31s %-34s %-34s %-6s %s\n' "$id" "$file:$line" "(asan only)" "(asan only)" - "$what"
