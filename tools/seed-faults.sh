@@ -124,7 +124,6 @@ judge() {  # suite areas
     for p in $(progs "$1" "$2"); do
         bin=$WORK/$1/build/$PRESET/tests/$p
         [ -x "$bin" ] || continue
-        baseline "$1" "$p"
         base=$WORK/baseline-$1-$PRESET-$p
         filter="-*LongLengths*$(sed 's/^/:/' "$base" | tr -d '\n')"
         limit=$((3 * $(cat "$base.time") + 60))
@@ -170,6 +169,14 @@ main() {
     mkdir -p "$WORK"
     prepare old "$OLD" || exit 1
     prepare new "$NEW" || exit 1
+    # Baselines on the unchanged trees, before any fault is seeded.
+    local s p
+    for s in old new; do
+        for p in $(progs "$s" "arith frame transform"); do
+            [ -x "$WORK/$s/build/$PRESET/tests/$p" ] && baseline "$s" "$p"
+        done
+    done
+    log "baselines ready after $(elapsed "$START")"
     printf '%-9s %-31s %-34s %-34s %-6s %s\n' fault file old new time what
     echo "$FAULTS" | while IFS='@' read -r id file line expr nexpr areas what; do
         [ "$WANT" != "  " ] && [[ "$WANT" != *" $id "* ]] && continue
