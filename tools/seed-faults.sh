@@ -169,10 +169,13 @@ main() {
     mkdir -p "$WORK"
     prepare old "$OLD" || exit 1
     prepare new "$NEW" || exit 1
-    # Baselines on the unchanged trees, before any fault is seeded.
-    local s p
+    # Baselines on the unchanged trees, before any fault is seeded, for the
+    # programs the chosen faults need.
+    local s p areas=""
+    areas=$(echo "$FAULTS" | while IFS='@' read -r id _ _ _ _ a _; do
+        [ "$WANT" = "  " ] || [[ "$WANT" == *" $id "* ]] && echo "$a"; done | tr ' ' '\n' | sort -u | tr '\n' ' ')
     for s in old new; do
-        for p in $(progs "$s" "arith frame transform"); do
+        for p in $(progs "$s" "$areas"); do
             [ -x "$WORK/$s/build/$PRESET/tests/$p" ] && baseline "$s" "$p"
         done
     done
