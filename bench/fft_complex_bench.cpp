@@ -19,7 +19,6 @@
 #include <vector>
 
 #include "oracle_dft.h"
-#include "oracle_fftl.h"
 #include "zvps.h"
 
 namespace {

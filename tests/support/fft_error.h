@@ -17,6 +17,8 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdlib>
+#include <vector>
 
 namespace zvp::test {
 
@@ -26,6 +28,21 @@ template <class T>
 double fftBound(int order) {
     const double u = sizeof(T) == 4 ? 0x1p-24 : 0x1p-53;
     return kFftC * u * std::max(order, 1);
+}
+
+// ZVP_TEST_QUICK set (sanitizer runs): the large orders run sparsely.
+inline bool fftQuick() {
+    const char* q = std::getenv("ZVP_TEST_QUICK");
+    return q && *q && *q != '0';
+}
+
+// The orders the transform tests run: every order up to `top`, or in a
+// quick run every order up to 14, then 18 and 20.
+inline std::vector<int> fftOrders(int top = 22) {
+    std::vector<int> v;
+    for (int m = 0; m <= top; ++m)
+        if (!fftQuick() || m <= 14 || m == 18 || m == 20) v.push_back(m);
+    return v;
 }
 
 }  // namespace zvp::test
