@@ -74,9 +74,9 @@ double refAtan(double x) { return std::atan(x); }
 // The stride is odd so every exponent and many mantissa patterns are met.
 TEST(PowersKernels, StridedSweepWithinTheA21Bound) {
     const std::uint32_t stride = 251;
-    const SweepResult e = sweep(zvp::mathpoly::ownsExp_32f_A21, refExp, stride, 7);
-    const SweepResult l = sweep(zvp::mathpoly::ownsLn_32f_A21, refLn, stride, 11);
-    const SweepResult a = sweep(zvp::mathpoly::ownsArctan_32f_A21, refAtan, stride, 3);
+    const SweepResult e = sweep(zvp::p8::mathpoly::ownsExp_32f_A21, refExp, stride, 7);
+    const SweepResult l = sweep(zvp::p8::mathpoly::ownsLn_32f_A21, refLn, stride, 11);
+    const SweepResult a = sweep(zvp::p8::mathpoly::ownsArctan_32f_A21, refAtan, stride, 3);
     RecordProperty("exp_worst_ulps", std::to_string(e.worstUlps));
     RecordProperty("ln_worst_ulps", std::to_string(l.worstUlps));
     RecordProperty("atan_worst_ulps", std::to_string(a.worstUlps));
@@ -91,9 +91,9 @@ TEST(PowersKernels, StridedSweepWithinTheA21Bound) {
 // Every float: about a minute and a half per function. Run with
 // --gtest_also_run_disabled_tests --gtest_filter='*FullSweep*'.
 TEST(PowersKernels, DISABLED_FullSweep) {
-    const SweepResult e = sweep(zvp::mathpoly::ownsExp_32f_A21, refExp, 1, 0);
-    const SweepResult l = sweep(zvp::mathpoly::ownsLn_32f_A21, refLn, 1, 0);
-    const SweepResult a = sweep(zvp::mathpoly::ownsArctan_32f_A21, refAtan, 1, 0);
+    const SweepResult e = sweep(zvp::p8::mathpoly::ownsExp_32f_A21, refExp, 1, 0);
+    const SweepResult l = sweep(zvp::p8::mathpoly::ownsLn_32f_A21, refLn, 1, 0);
+    const SweepResult a = sweep(zvp::p8::mathpoly::ownsArctan_32f_A21, refAtan, 1, 0);
     std::printf("exp:  worst %.4f ulps at %a, max relative error 2^%.2f\n", e.worstUlps, e.worstX, std::log2(e.worstRel));
     std::printf("ln:   worst %.4f ulps at %a, max relative error 2^%.2f\n", l.worstUlps, l.worstX, std::log2(l.worstRel));
     std::printf("atan: worst %.4f ulps at %a, max relative error 2^%.2f\n", a.worstUlps, a.worstX, std::log2(a.worstRel));
