@@ -35,7 +35,7 @@
 #include "check.h"
 #include "lane.h"
 #include "level.h"
-#include "zvps.h"
+#include "zvptypes.h"
 
 namespace zvp::ZVP_LEVEL::form {
 
@@ -144,13 +144,14 @@ struct ZipFn {
         return op.template apply<L>(a.template load<L>(i), b.template load<L>(i));
     }
 };
-template <class D, class A, class Op>
+// U is the tail's step: 2 for complex pairs, whose parts depend on each other.
+template <int U = 1, class D, class A, class Op>
 inline void map(A s, D* d, std::ptrdiff_t n, Op op) {
-    each<D, 1>(MapFn<A, Op>{s, op}, d, n);
+    each<D, U>(MapFn<A, Op>{s, op}, d, n);
 }
-template <class D, class A, class B, class Op>
+template <int U = 1, class D, class A, class B, class Op>
 inline void zip(A a, B b, D* d, std::ptrdiff_t n, Op op) {
-    each<D, 1>(ZipFn<A, B, Op>{a, b, op}, d, n);
+    each<D, U>(ZipFn<A, B, Op>{a, b, op}, d, n);
 }
 
 // Kernel policies for a stateless lane operation Op: one operand (Unary) or
