@@ -2,7 +2,8 @@
 # processor level (zvp::${LEVEL}::). The same sources compiled for another
 # level must not define a function of the same name, or the two levels'
 # inline functions would meet at link time. Allowed besides: the exported C
-# names (zvp...), and the functions the compiler and C runtime add.
+# names (zvp...), and the functions and labels the compiler, assembler and C
+# runtime add.
 # Mangled names: a function in zvp::LEVEL:: (a member, a template, a lambda
 # or a clone of one included) starts with _ZN3zvp<len>LEVEL, possibly with
 # qualifiers after the N, or _ZZN... for what is local to such a function.
@@ -31,7 +32,8 @@ foreach(line IN LISTS lines)
   elseif(name MATCHES "^zvp[A-Za-z0-9_]*$")
   elseif(name MATCHES "^(_init|_fini|frame_dummy|register_tm_clones|deregister_tm_clones|__do_global_dtors_aux)$"
          OR name MATCHES "^_GLOBAL__sub_I_"
-         OR name MATCHES "^__x86\\.get_pc_thunk\\.")
+         OR name MATCHES "^__x86\\.get_pc_thunk\\."
+         OR name MATCHES "^\\.L")  # assembler-local labels (i386 jump tables)
   else()
     list(APPEND bad "${kind} ${name}")
   endif()
