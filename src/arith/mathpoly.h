@@ -30,8 +30,11 @@ namespace zvp::ZVP_LEVEL::mathpoly {
 
 // ---- e^x ---------------------------------------------------------------
 
+// The lane functions are forced inline so that a loop body holding two of
+// them interleaves the two polynomial chains instead of calling twice.
+
 template <class L>
-typename L::R expPs(typename L::R x) {
+[[gnu::always_inline]] inline typename L::R expPs(typename L::R x) {
     using R = typename L::R;
     using I = Rebind<L, std::int32_t>;
     const R log2e = L::set1(1.44269502f);
@@ -76,7 +79,7 @@ typename L::R expPs(typename L::R x) {
 // ln x for lanes holding positive normal finite values, given their bits;
 // eAdjust is added to the binary exponent.
 template <class L>
-typename L::R lnNormalPs(__m128i bits, __m128i eAdjust) {
+[[gnu::always_inline]] inline typename L::R lnNormalPs(__m128i bits, __m128i eAdjust) {
     using R = typename L::R;
     using I = Rebind<L, std::int32_t>;
     // x = 2^e * m with m in [sqrt(2)/2, sqrt(2)).
@@ -97,7 +100,7 @@ typename L::R lnNormalPs(__m128i bits, __m128i eAdjust) {
 }
 
 template <class L>
-typename L::R lnPs(typename L::R x) {
+[[gnu::always_inline]] inline typename L::R lnPs(typename L::R x) {
     using R = typename L::R;
     using I = Rebind<L, std::int32_t>;
     using U = Rebind<L, std::uint32_t>;
@@ -122,7 +125,7 @@ typename L::R lnPs(typename L::R x) {
 // ---- arctan x ----------------------------------------------------------
 
 template <class L>
-typename L::R atanPs(typename L::R x) {
+[[gnu::always_inline]] inline typename L::R atanPs(typename L::R x) {
     using R = typename L::R;
     const R sign = L::and_(x, L::set1(-0.0f));
     const R a = L::abs(x);
