@@ -30,7 +30,7 @@
 #include "level.h"
 #include "p8/copy.h"
 #include "scale.h"
-#include "zvps.h"
+#include "zvptypes.h"
 
 namespace zvp::ZVP_LEVEL::addsub {
 

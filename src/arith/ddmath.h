@@ -17,8 +17,9 @@
 
 #include <cmath>
 #include <cstdint>
+#include "level.h"
 
-namespace zvp::dd {
+namespace zvp::ZVP_LEVEL::dd {
 
 struct DD {
     double hi;
@@ -183,4 +184,4 @@ inline std::int64_t lnScaled(std::int64_t x, int sf, std::int64_t maxOut) {
     return roundIrrational(v, maxOut, [&] { return scale2(lnDD(double(x)), -sf); });
 }
 
-}  // namespace zvp::dd
+}  // namespace zvp::ZVP_LEVEL::dd

@@ -36,7 +36,7 @@
 #include "lane.h"
 #include "level.h"
 #include "scale.h"
-#include "zvps.h"
+#include "zvptypes.h"
 
 namespace zvp::ZVP_LEVEL::divk {
 

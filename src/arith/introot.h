@@ -15,8 +15,9 @@
 
 #include <cmath>
 #include <cstdint>
+#include "level.h"
 
-namespace zvp::introot {
+namespace zvp::ZVP_LEVEL::introot {
 
 // Unsigned 128-bit values for the square roots of 64-bit sources.
 struct U128 {
@@ -145,4 +146,4 @@ inline std::int64_t cbrtScaled(std::int64_t x, int sf, std::int64_t maxPos, std:
     return negative ? -std::int64_t(r) : std::int64_t(r);
 }
 
-}  // namespace zvp::introot
+}  // namespace zvp::ZVP_LEVEL::introot

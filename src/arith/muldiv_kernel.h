@@ -30,7 +30,7 @@
 #include "lane_scale.h"
 #include "level.h"
 #include "scale.h"
-#include "zvps.h"
+#include "zvptypes.h"
 
 namespace zvp::ZVP_LEVEL::muldiv {
 

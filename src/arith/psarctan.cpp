@@ -4,38 +4,25 @@
 //  * 64f: the C library's double atan (within one ulp).
 #include <cmath>
 
-#include "check.h"
+#include "forms.h"
 #include "mathpoly.h"
 #include "p8/powers.h"
 
 namespace zvp::p8 {
+namespace {
+
+double atan64(double x) { return std::atan(x); }
+using Atan64f = form::PerElement<Zvp64f, atan64>;
+
+}  // namespace
 
 ZvpStatus zvpsArctan_32f(const Zvp32f* pSrc, Zvp32f* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    mathpoly::ownsArctan_32f_A21(pSrc, pDst, len);
-    return zvpStsNoErr;
+    return form::v<mathpoly::Atan32f>(pSrc, pDst, len);
 }
-
-ZvpStatus zvpsArctan_32f_I(Zvp32f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    mathpoly::ownsArctan_32f_A21(pSrcDst, pSrcDst, len);
-    return zvpStsNoErr;
-}
-
+ZvpStatus zvpsArctan_32f_I(Zvp32f* pSrcDst, int len) { return form::vI<mathpoly::Atan32f>(pSrcDst, len); }
 ZvpStatus zvpsArctan_64f(const Zvp64f* pSrc, Zvp64f* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    for (int i = 0; i < len; ++i) pDst[i] = std::atan(pSrc[i]);
-    return zvpStsNoErr;
+    return form::v<Atan64f>(pSrc, pDst, len);
 }
-
-ZvpStatus zvpsArctan_64f_I(Zvp64f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    for (int i = 0; i < len; ++i) pSrcDst[i] = std::atan(pSrcDst[i]);
-    return zvpStsNoErr;
-}
+ZvpStatus zvpsArctan_64f_I(Zvp64f* pSrcDst, int len) { return form::vI<Atan64f>(pSrcDst, len); }
 
 }  // namespace zvp::p8

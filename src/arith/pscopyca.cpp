@@ -4,9 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "check.h"
+#include "forms.h"
 #include "p8/copy.h"
-#include "simd.h"
 
 namespace zvp::p8 {
 namespace {
@@ -19,6 +18,7 @@ constexpr std::size_t kStreamBytes = std::size_t(24) << 20;
 constexpr std::size_t kStringStoreBytes = 2048;
 
 using Word = std::uintptr_t;
+using Bytes = Full<std::uint8_t>;
 
 void stringStore(void* d, Word pattern, std::size_t words) {
 #if defined(__x86_64__)
@@ -49,37 +49,37 @@ U bitsOf(const T& v) {
 template <class T>
 __m128i patternOf(const T& v) {
     static_assert(16 % sizeof(T) == 0);
-    if constexpr (sizeof(T) == 1) return _mm_set1_epi8(char(bitsOf<std::uint8_t>(v)));
-    else if constexpr (sizeof(T) == 2) return _mm_set1_epi16(short(bitsOf<std::uint16_t>(v)));
-    else if constexpr (sizeof(T) == 4) return _mm_set1_epi32(int(bitsOf<std::uint32_t>(v)));
-    else if constexpr (sizeof(T) == 8) return _mm_set1_epi64x(std::int64_t(bitsOf<std::uint64_t>(v)));
-    else return simd::loadu(&v);
+    if constexpr (sizeof(T) == 1) return Full<std::uint8_t>::set1(bitsOf<std::uint8_t>(v));
+    else if constexpr (sizeof(T) == 2) return Full<std::uint16_t>::set1(bitsOf<std::uint16_t>(v));
+    else if constexpr (sizeof(T) == 4) return Full<std::uint32_t>::set1(bitsOf<std::uint32_t>(v));
+    else if constexpr (sizeof(T) == 8) return Full<std::uint64_t>::set1(bitsOf<std::uint64_t>(v));
+    else return Bytes::load(reinterpret_cast<const std::uint8_t*>(&v));
 }
 
 // Fills n >= 16 bytes at d with the periodic pattern pat (period bytes,
 // dividing 16 and dividing n; phase 0 at d).
-void fillPattern(unsigned char* d, std::size_t n, __m128i pat, std::size_t period) {
-    simd::storeu(d, pat);
+void fillPattern(std::uint8_t* d, std::size_t n, __m128i pat, std::size_t period) {
+    Bytes::store(d, pat);
     const std::size_t head = (16 - (reinterpret_cast<std::uintptr_t>(d) & 15)) & 15;
     // The pattern in phase at d + head: the pattern itself whenever d is
     // aligned to its element, rotated by head bytes otherwise.
     __m128i rot = pat;
     if (head % period != 0) {
-        alignas(16) unsigned char twice[32];
-        simd::store(twice, pat);
-        simd::store(twice + 16, pat);
-        rot = simd::loadu(twice + head);
+        alignas(16) std::uint8_t twice[32];
+        Bytes::storea(twice, pat);
+        Bytes::storea(twice + 16, pat);
+        rot = Bytes::load(twice + head);
     }
-    unsigned char* p = d + head;
-    unsigned char* const end = d + n;
+    std::uint8_t* p = d + head;
+    std::uint8_t* const end = d + n;
     if (n >= kStreamBytes) {
         for (; p + 64 <= end; p += 64) {
-            _mm_stream_si128(reinterpret_cast<__m128i*>(p), rot);
-            _mm_stream_si128(reinterpret_cast<__m128i*>(p + 16), rot);
-            _mm_stream_si128(reinterpret_cast<__m128i*>(p + 32), rot);
-            _mm_stream_si128(reinterpret_cast<__m128i*>(p + 48), rot);
+            Bytes::stream(p, rot);
+            Bytes::stream(p + 16, rot);
+            Bytes::stream(p + 32, rot);
+            Bytes::stream(p + 48, rot);
         }
-        _mm_sfence();
+        _mm_sfence();  // streaming stores are weakly ordered: fence them before returning
     } else if (period <= sizeof(Word) && n >= kStringStoreBytes) {
         // p is 16-byte aligned, so the word at p is in phase at rot's start.
         Word w;
@@ -89,33 +89,41 @@ void fillPattern(unsigned char* d, std::size_t n, __m128i pat, std::size_t perio
         p += words * sizeof(Word);
     } else {
         for (; p + 64 <= end; p += 64) {
-            simd::store(p, rot);
-            simd::store(p + 16, rot);
-            simd::store(p + 32, rot);
-            simd::store(p + 48, rot);
+            Bytes::storea(p, rot);
+            Bytes::storea(p + 16, rot);
+            Bytes::storea(p + 32, rot);
+            Bytes::storea(p + 48, rot);
         }
     }
-    for (; p + 16 <= end; p += 16) simd::store(p, rot);
+    for (; p + 16 <= end; p += 16) Bytes::storea(p, rot);
     // Last 16 bytes, overlapping what is already written: n is a whole
     // number of periods, so end - 16 is in phase 0.
-    simd::storeu(end - 16, pat);
+    Bytes::store(end - 16, pat);
 }
 
-template <class T>
-ZvpStatus copyImpl(const T* s, T* d, int len) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    std::memcpy(d, s, std::size_t(len) * sizeof(T));
-    return zvpStsNoErr;
-}
-
-template <class T>
-ZvpStatus moveImpl(const T* s, T* d, int len) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    std::memmove(d, s, std::size_t(len) * sizeof(T));
-    return zvpStsNoErr;
-}
+// Byte moves of whole arrays (the forms hand complex elements over as their
+// parts, which changes nothing for a byte move).
+struct CopyBytes {
+    template <class A, class P>
+    static ZvpStatus run(A s, P* d, std::ptrdiff_t n) {
+        std::memcpy(d, s.p, std::size_t(n) * sizeof(P));
+        return zvpStsNoErr;
+    }
+};
+struct MoveBytes {
+    template <class A, class P>
+    static ZvpStatus run(A s, P* d, std::ptrdiff_t n) {
+        std::memmove(d, s.p, std::size_t(n) * sizeof(P));
+        return zvpStsNoErr;
+    }
+};
+struct ZeroBytes {
+    template <class A, class P>
+    static ZvpStatus run(A, P* d, std::ptrdiff_t n) {
+        std::memset(d, 0, std::size_t(n) * sizeof(P));
+        return zvpStsNoErr;
+    }
+};
 
 template <class T>
 ZvpStatus setImpl(T v, T* d, int len) {
@@ -127,15 +135,7 @@ ZvpStatus setImpl(T v, T* d, int len) {
     else if (allBytesEqual(v))
         std::memset(d, *reinterpret_cast<const unsigned char*>(&v), n);
     else
-        fillPattern(reinterpret_cast<unsigned char*>(d), n, patternOf(v), sizeof(T));
-    return zvpStsNoErr;
-}
-
-template <class T>
-ZvpStatus zeroImpl(T* d, int len) {
-    ZVP_CHECK_PTRS(d);
-    ZVP_CHECK_LENS(len);
-    std::memset(d, 0, std::size_t(len) * sizeof(T));
+        fillPattern(reinterpret_cast<std::uint8_t*>(d), n, patternOf(v), sizeof(T));
     return zvpStsNoErr;
 }
 
@@ -143,15 +143,15 @@ ZvpStatus zeroImpl(T* d, int len) {
 
 #define ZVP_COPY_FAMILY(T)                                                   \
     ZvpStatus zvpsCopy_##T(const Zvp##T* s, Zvp##T* d, int len) {            \
-        return copyImpl(s, d, len);                                          \
+        return form::v<CopyBytes>(s, d, len);                                \
     }                                                                        \
     ZvpStatus zvpsMove_##T(const Zvp##T* s, Zvp##T* d, int len) {            \
-        return moveImpl(s, d, len);                                          \
+        return form::v<MoveBytes>(s, d, len);                                \
     }                                                                        \
     ZvpStatus zvpsSet_##T(Zvp##T v, Zvp##T* d, int len) {                    \
         return setImpl(v, d, len);                                           \
     }                                                                        \
-    ZvpStatus zvpsZero_##T(Zvp##T* d, int len) { return zeroImpl(d, len); }
+    ZvpStatus zvpsZero_##T(Zvp##T* d, int len) { return form::vI<ZeroBytes>(d, len); }
 
 ZVP_COPY_FAMILY(8u)
 ZVP_COPY_FAMILY(16s)

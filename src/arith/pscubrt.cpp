@@ -7,25 +7,24 @@
 //    exactly, with integer cube roots (introot.h).
 #include <cmath>
 
-#include "check.h"
+#include "forms.h"
 #include "introot.h"
 #include "p8/powers.h"
 
 namespace zvp::p8 {
+namespace {
+
+float cbrt32f(float x) { return float(std::cbrt(double(x))); }
+Zvp16s cbrt32s16s(Zvp32s x, int sf) { return Zvp16s(introot::cbrtScaled(x, sf, 32767, 32768)); }
+
+}  // namespace
 
 ZvpStatus zvpsCubrt_32f(const Zvp32f* pSrc, Zvp32f* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    for (int i = 0; i < len; ++i) pDst[i] = float(std::cbrt(double(pSrc[i])));
-    return zvpStsNoErr;
+    return form::v<form::PerElement<Zvp32f, cbrt32f>>(pSrc, pDst, len);
 }
 
 ZvpStatus zvpsCubrt_32s16s_Sfs(const Zvp32s* pSrc, Zvp16s* pDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    for (int i = 0; i < len; ++i)
-        pDst[i] = Zvp16s(introot::cbrtScaled(pSrc[i], scaleFactor, 32767, 32768));
-    return zvpStsNoErr;
+    return form::v<form::PerElement<Zvp16s, cbrt32s16s>>(pSrc, pDst, len, scaleFactor);
 }
 
 }  // namespace zvp::p8

@@ -7,64 +7,43 @@
 #include <cmath>
 #include <limits>
 
-#include "check.h"
 #include "ddmath.h"
+#include "forms.h"
 #include "fpguard.h"
 #include "p8/powers.h"
 
 namespace zvp::p8 {
 namespace {
 
-template <class S>
-void expDoubleKernel(const S* s, Zvp64f* d, int len) {
-    for (int i = 0; i < len; ++i) d[i] = std::exp(double(s[i]));
-}
+double expDouble(double x) { return std::exp(x); }
+using ExpDouble = form::PerElement<Zvp64f, expDouble>;
 
+// Kernel policy of the unary forms with a scale factor.
 template <class T>
-void expScaledKernel(const T* s, T* d, int len, int sf) {
-    // The double-double steps need round-to-nearest arithmetic.
-    const MxcsrGuard nearest(MxcsrGuard::kNearest);
-    const dd::ExpScaled f(sf, std::int64_t(std::numeric_limits<T>::max()));
-    for (int i = 0; i < len; ++i) d[i] = T(f(s[i]));
-}
-
-template <class T>
-ZvpStatus expSfs(const T* s, T* d, int len, int sf) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    expScaledKernel(s, d, len, sf);
-    return zvpStsNoErr;
-}
+struct ExpScaled {
+    using type = T;
+    template <class A>
+    static ZvpStatus run(A s, T* d, std::ptrdiff_t n, int sf) {
+        // The double-double steps need round-to-nearest arithmetic.
+        const MxcsrGuard nearest(MxcsrGuard::kNearest);
+        const dd::ExpScaled f(sf, std::int64_t(std::numeric_limits<T>::max()));
+        for (std::ptrdiff_t i = 0; i < n; ++i) d[i] = T(f(s.at(i)));
+        return zvpStsNoErr;
+    }
+};
 
 }  // namespace
 
-ZvpStatus zvpsExp_64f(const Zvp64f* pSrc, Zvp64f* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    expDoubleKernel(pSrc, pDst, len);
-    return zvpStsNoErr;
-}
-
-ZvpStatus zvpsExp_64f_I(Zvp64f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    expDoubleKernel(pSrcDst, pSrcDst, len);
-    return zvpStsNoErr;
-}
-
-ZvpStatus zvpsExp_32f64f(const Zvp32f* pSrc, Zvp64f* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    expDoubleKernel(pSrc, pDst, len);
-    return zvpStsNoErr;
-}
+ZvpStatus zvpsExp_64f(const Zvp64f* pSrc, Zvp64f* pDst, int len) { return form::v<ExpDouble>(pSrc, pDst, len); }
+ZvpStatus zvpsExp_64f_I(Zvp64f* pSrcDst, int len) { return form::vI<ExpDouble>(pSrcDst, len); }
+ZvpStatus zvpsExp_32f64f(const Zvp32f* pSrc, Zvp64f* pDst, int len) { return form::v<ExpDouble>(pSrc, pDst, len); }
 
 #define ZVP_EXP_SFS(T)                                                                          \
     ZvpStatus zvpsExp_##T##_Sfs(const Zvp##T* pSrc, Zvp##T* pDst, int len, int scaleFactor) {   \
-        return expSfs(pSrc, pDst, len, scaleFactor);                                            \
+        return form::v<ExpScaled<Zvp##T>>(pSrc, pDst, len, scaleFactor);                        \
     }                                                                                           \
     ZvpStatus zvpsExp_##T##_ISfs(Zvp##T* pSrcDst, int len, int scaleFactor) {                   \
-        return expSfs(static_cast<const Zvp##T*>(pSrcDst), pSrcDst, len, scaleFactor);          \
+        return form::vI<ExpScaled<Zvp##T>>(pSrcDst, len, scaleFactor);                          \
     }
 ZVP_EXP_SFS(16s)
 ZVP_EXP_SFS(32s)

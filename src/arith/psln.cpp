@@ -10,8 +10,7 @@
 //    zvpStsLnZeroArg (7) for 0, zvpStsLnNegArg (8) for a negative one. With
 //    scale factor 0 the 16s form rounds by a comparison ladder on x (e^1.5,
 //    e^2.5, ... rounded to integers), which gives the same results.
-//  * 10Log10_32s: blocks of at most 256 elements; single-precision ln of
-//    each element into a work area, then multiplied by 4.3429446 (10/ln 10)
+//  * 10Log10_32s: the single-precision ln of each element, multiplied by 4.3429446 (10/ln 10)
 //    and 2^-sf in double precision and rounded to the nearest integer (ties
 //    to even), saturated. Elements not above 0 give -2147483648.
 //  * SumLn: the sum of ln(x) over the vector. The elements are split into
@@ -25,22 +24,21 @@
 #include <cstring>
 #include <limits>
 
-#include "check.h"
 #include "ddmath.h"
+#include "forms.h"
 #include "fpguard.h"
 #include "mathpoly.h"
 #include "p8/powers.h"
-#include "simd.h"
 
 namespace zvp::p8 {
 namespace {
 
 // ---- Floats ----------------------------------------------------------------
 
-template <class S, class D>
-void lnDoubleKernel(const S* s, D* d, int len) {
-    for (int i = 0; i < len; ++i) d[i] = D(std::log(double(s[i])));
-}
+template <class D>
+D lnDouble(double x) { return D(std::log(x)); }
+template <class D>
+using LnDouble = form::PerElement<D, lnDouble<D>>;
 
 // ---- Scaled integers ---------------------------------------------------------
 
@@ -52,85 +50,82 @@ inline int lnLadder16(int x) {
     return k;
 }
 
-template <class S, class D>
-ZvpStatus lnScaledKernel(const S* s, D* d, int len, int sf) {
-    const MxcsrGuard nearest(MxcsrGuard::kNearest);
-    constexpr auto maxOut = std::int64_t(std::numeric_limits<D>::max());
-    const bool ladder = sizeof(S) == 2 && sf == 0;
-    ZvpStatus st = zvpStsNoErr;
-    for (int i = 0; i < len; ++i) {
-        const S x = s[i];
-        if (x <= 0) {
-            d[i] = std::numeric_limits<D>::min();
-            if (st == zvpStsNoErr) st = x == 0 ? zvpStsLnZeroArg : zvpStsLnNegArg;
-        } else if (ladder) {
-            d[i] = D(lnLadder16(x));
-        } else {
-            d[i] = D(dd::lnScaled(x, sf, maxOut));
+// Kernel policy of the unary forms with a scale factor.
+template <class D>
+struct LnScaled {
+    using type = D;
+    template <class A>
+    static ZvpStatus run(A s, D* d, std::ptrdiff_t n, int sf) {
+        const MxcsrGuard nearest(MxcsrGuard::kNearest);
+        constexpr auto maxOut = std::int64_t(std::numeric_limits<D>::max());
+        const bool ladder = sizeof(*s.p) == 2 && sf == 0;
+        ZvpStatus st = zvpStsNoErr;
+        for (std::ptrdiff_t i = 0; i < n; ++i) {
+            const auto x = s.at(i);
+            if (x <= 0) {
+                d[i] = std::numeric_limits<D>::min();
+                if (st == zvpStsNoErr) st = x == 0 ? zvpStsLnZeroArg : zvpStsLnNegArg;
+            } else if (ladder) {
+                d[i] = D(lnLadder16(x));
+            } else {
+                d[i] = D(dd::lnScaled(x, sf, maxOut));
+            }
         }
+        return st;
     }
-    return st;
-}
-
-template <class S, class D>
-ZvpStatus lnSfs(const S* s, D* d, int len, int sf) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    return lnScaledKernel(s, d, len, sf);
-}
+};
 
 // ---- 10 log10 ----------------------------------------------------------------
 
-void tenLog10Kernel(const Zvp32s* s, Zvp32s* d, int len, int sf) {
-    // The float logarithm and the products round under the library's own
-    // mode, so the integer results do not follow the caller's.
-    const MxcsrGuard nearest(MxcsrGuard::kNearest);
-    constexpr int kBlock = 256;
-    // Beyond +-64 every result is 0 or saturated already (|10 log10 x| is
-    // 0 or in [3.01, 93.4]), and the multiplier stays finite.
-    const int k = sf > 64 ? 64 : sf < -64 ? -64 : sf;
-    const __m128d mult = _mm_set1_pd(double(4.3429446f) * std::ldexp(1.0, -k));
-    const __m128d lo = _mm_set1_pd(-2147483648.0), hi = _mm_set1_pd(2147483647.0);
-    constexpr int kNear = _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC;
-    alignas(16) float work[kBlock + 4];
-    for (int base = 0; base < len; base += kBlock) {
-        const int n = len - base < kBlock ? len - base : kBlock;
-        const int n4 = (n + 3) & ~3;
-        for (int j = 0; j < n4; j += 4) {
-            __m128i x;
-            if (j + 4 <= n) {
-                x = simd::loadu(s + base + j);
-            } else {
-                alignas(16) Zvp32s tail[4] = {1, 1, 1, 1};
-                std::memcpy(tail, s + base + j, std::size_t(n - j) * sizeof(Zvp32s));
-                x = simd::load(tail);
-            }
-            _mm_store_ps(work + j, _mm_cvtepi32_ps(x));
-        }
-        mathpoly::ownsLn_32f_A21(work, work, n4);
-        for (int j = 0; j < n4; j += 4) {
-            const __m128 w = _mm_load_ps(work + j);
-            // max(lo, v) and min(hi, v) keep a NaN, which converts to the minimum.
-            __m128d a = _mm_mul_pd(_mm_cvtps_pd(w), mult);
-            __m128d b = _mm_mul_pd(_mm_cvtps_pd(_mm_movehl_ps(w, w)), mult);
-            a = _mm_round_pd(_mm_min_pd(hi, _mm_max_pd(lo, a)), kNear);
-            b = _mm_round_pd(_mm_min_pd(hi, _mm_max_pd(lo, b)), kNear);
-            const __m128i r = _mm_unpacklo_epi64(_mm_cvttpd_epi32(a), _mm_cvttpd_epi32(b));
-            if (j + 4 <= n) {
-                simd::storeu(d + base + j, r);
-            } else {
-                alignas(16) Zvp32s tail[4];
-                simd::store(tail, r);
-                std::memcpy(d + base + j, tail, std::size_t(n - j) * sizeof(Zvp32s));
-            }
-        }
+// The single-precision ln of each element, multiplied by 4.3429446
+// (10 / ln 10) and 2^-sf in double precision and rounded to the nearest
+// integer, ties to even, saturated; elements not above 0 give the minimum.
+template <class A>
+struct TenLog10Lanes {
+    A s;
+    Full<double>::R mult, lo, hi;
+    // The doubles of the float lanes w, to integers in the low lanes.
+    template <class F>
+    __m128i toInt(typename F::R w) const {
+        using D = Lane<double, 2 * F::kBytes < 16 ? 2 * F::kBytes : 16>;
+        // max(lo, v) and min(hi, v) keep a NaN, which converts to the minimum.
+        const auto a = D::mul(D::fromF32(w), mult);
+        return D::toI32Trunc(D::roundNearest(D::min(hi, D::max(lo, a))));
     }
-}
+    template <class L>
+    typename L::R at(std::ptrdiff_t i) const {
+        using F = Rebind<L, float>;
+        const auto w = mathpoly::lnPs<F>(F::fromI32(s.template load<L>(i)));
+        if constexpr (L::N <= 2) return toInt<F>(w);
+        else return Full<std::int64_t>::zipLo(toInt<F>(w), toInt<F>(F::hiHalf(w)));
+    }
+};
+
+struct TenLog10 {
+    using type = Zvp32s;
+    template <class A>
+    static ZvpStatus run(A s, Zvp32s* d, std::ptrdiff_t n, int sf) {
+        // The float logarithm and the products round under the library's own
+        // mode, so the integer results do not follow the caller's.
+        const MxcsrGuard nearest(MxcsrGuard::kNearest);
+        // Beyond +-64 every result is 0 or saturated already (|10 log10 x| is
+        // 0 or in [3.01, 93.4]), and the multiplier stays finite.
+        const int k = sf > 64 ? 64 : sf < -64 ? -64 : sf;
+        using D = Full<double>;
+        form::each<Zvp32s, 1>(TenLog10Lanes<A>{s, D::set1(double(4.3429446f) * std::ldexp(1.0, -k)),
+                                                D::set1(-2147483648.0), D::set1(2147483647.0)},
+                              d, n);
+        return zvpStsNoErr;
+    }
+};
 
 // ---- Sum of logarithms ---------------------------------------------------------
 
 class LnSum {
 public:
+    using Fd = Full<double>;
+    using Fu = Full<std::uint64_t>;
+
     // Adds ln v for one double v.
     void add(double v) {
         if (!(v > 0.0) || v == HUGE_VAL) {
@@ -158,23 +153,23 @@ public:
 
     // Adds the logarithms of n doubles known to be positive normal finite
     // values, two lanes at a time (n even, n/2 <= kRenorm).
-    void addNormalPairs(const __m128d* v, int pairs) {
-        const __m128i mant = _mm_set1_epi64x(0x000FFFFFFFFFFFFFll);
-        const __m128i one = _mm_set1_epi64x(0x3FF0000000000000ll);
-        __m128i esum = _mm_setzero_si128();
+    void addNormalPairs(const Fd::R* v, int pairs) {
+        const auto mant = Fu::set1(0x000FFFFFFFFFFFFFull);
+        const auto one = Fu::set1(0x3FF0000000000000ull);
+        auto esum = Fu::zero();
         for (int j = 0; j < pairs; ++j) {
-            const __m128i b = _mm_castpd_si128(v[j]);
-            esum = _mm_add_epi64(esum, _mm_srli_epi64(b, 52));
-            prod_ = _mm_mul_pd(prod_, _mm_castsi128_pd(_mm_or_si128(_mm_and_si128(b, mant), one)));
+            const auto b = Fd::bits(v[j]);
+            esum = Fu::add(esum, Fu::shr<52>(b));
+            prod_ = Fd::mul(prod_, Fd::fromBits(Fu::or_(Fu::and_(b, mant), one)));
         }
         alignas(16) std::int64_t es[2];
-        simd::store(es, esum);
+        Full<std::int64_t>::storea(es, esum);
         exp_ += es[0] + es[1] - std::int64_t(2) * pairs * 1023;
         alignas(16) double p[2];
-        _mm_store_pd(p, prod_);
+        Fd::storea(p, prod_);
         renorm(p[0]);
         renorm(p[1]);
-        prod_ = _mm_load_pd(p);
+        prod_ = Fd::loada(p);
     }
 
     double result() const {
@@ -182,7 +177,7 @@ public:
         if (zero_) return -HUGE_VAL;
         if (inf_) return HUGE_VAL;
         alignas(16) double p[2];
-        _mm_store_pd(p, prod_);
+        Fd::storea(p, prod_);
         const double ln2 = 0.6931471805599453094;
         return double(exp_) * ln2 + (std::log(p[0]) + std::log(p[1]) + std::log(scalar_));
     }
@@ -204,7 +199,7 @@ private:
         std::memcpy(&p, &b, sizeof p);
     }
 
-    __m128d prod_ = _mm_set1_pd(1.0);
+    Fd::R prod_ = Fd::set1(1.0);
     double scalar_ = 1.0;
     int scalarCount_ = 0;
     std::int64_t exp_ = 0;
@@ -216,21 +211,23 @@ template <class S>
 double sumLnKernel(const S* s, int len) {
     constexpr int kBlock = 2 * LnSum::kRenorm;
     LnSum acc;
-    alignas(16) __m128d buf[kBlock / 2];
-    const __m128i lowest = _mm_set1_epi64x(0x0010000000000000ll);
-    const __m128i span = _mm_set1_epi64x(0x7FDFFFFFFFFFFFFFll);
+    using Fd = LnSum::Fd;
+    using Fi = Full<std::int64_t>;
+    alignas(16) Fd::R buf[kBlock / 2];
+    const auto lowest = Fi::set1(0x0010000000000000ll);
+    const auto span = Fi::set1(0x7FDFFFFFFFFFFFFFll);
     for (int base = 0; base < len; base += kBlock) {
         const int n = len - base < kBlock ? len - base : kBlock;
         int pairs = 0;
         for (int j = 0; j + 2 <= n; j += 2) {
-            __m128d v;
-            if constexpr (sizeof(S) == 8) v = _mm_loadu_pd(s + base + j);
-            else if constexpr (sizeof(S) == 4) v = _mm_cvtps_pd(_mm_castsi128_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(s + base + j))));
-            else v = _mm_set_pd(double(s[base + j + 1]), double(s[base + j]));
+            Fd::R v;
+            if constexpr (sizeof(S) == 8) v = Fd::load(s + base + j);
+            else if constexpr (sizeof(S) == 4) v = Fd::fromF32(Lanes<float, 2>::load(s + base + j));
+            else v = Fd::pair(double(s[base + j]), double(s[base + j + 1]));
             // Positive normal finite iff bits - 2^52 lies in [0, 0x7FDF...F].
-            const __m128i t = _mm_sub_epi64(_mm_castpd_si128(v), lowest);
-            const __m128i bad = _mm_or_si128(_mm_cmpgt_epi64(_mm_setzero_si128(), t), _mm_cmpgt_epi64(t, span));
-            if (_mm_movemask_epi8(bad) == 0) {
+            const auto t = Fi::sub(Fd::bits(v), lowest);
+            const auto bad = Fi::or_(Fi::gt(Fi::zero(), t), Fi::gt(t, span));
+            if (!Fi::anyOf(bad)) {
                 buf[pairs++] = v;
             } else {
                 acc.add(double(s[base + j]));
@@ -255,75 +252,37 @@ ZvpStatus sumLn(const S* s, int len, D* sum) {
 
 // ---- Exported operations -----------------------------------------------------
 
-ZvpStatus zvpsLn_32f(const Zvp32f* pSrc, Zvp32f* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    mathpoly::ownsLn_32f_A21(pSrc, pDst, len);
-    return zvpStsNoErr;
-}
-
-ZvpStatus zvpsLn_32f_I(Zvp32f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    mathpoly::ownsLn_32f_A21(pSrcDst, pSrcDst, len);
-    return zvpStsNoErr;
-}
-
-ZvpStatus zvpsLn_64f(const Zvp64f* pSrc, Zvp64f* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    lnDoubleKernel(pSrc, pDst, len);
-    return zvpStsNoErr;
-}
-
-ZvpStatus zvpsLn_64f_I(Zvp64f* pSrcDst, int len) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    lnDoubleKernel(pSrcDst, pSrcDst, len);
-    return zvpStsNoErr;
-}
-
+ZvpStatus zvpsLn_32f(const Zvp32f* pSrc, Zvp32f* pDst, int len) { return form::v<mathpoly::Ln32f>(pSrc, pDst, len); }
+ZvpStatus zvpsLn_32f_I(Zvp32f* pSrcDst, int len) { return form::vI<mathpoly::Ln32f>(pSrcDst, len); }
+ZvpStatus zvpsLn_64f(const Zvp64f* pSrc, Zvp64f* pDst, int len) { return form::v<LnDouble<Zvp64f>>(pSrc, pDst, len); }
+ZvpStatus zvpsLn_64f_I(Zvp64f* pSrcDst, int len) { return form::vI<LnDouble<Zvp64f>>(pSrcDst, len); }
 ZvpStatus zvpsLn_64f32f(const Zvp64f* pSrc, Zvp32f* pDst, int len) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    lnDoubleKernel(pSrc, pDst, len);
-    return zvpStsNoErr;
+    return form::v<LnDouble<Zvp32f>>(pSrc, pDst, len);
 }
 
 ZvpStatus zvpsLn_16s_ISfs(Zvp16s* pSrcDst, int len, int scaleFactor) {
-    return lnSfs(static_cast<const Zvp16s*>(pSrcDst), pSrcDst, len, scaleFactor);
+    return form::vI<LnScaled<Zvp16s>>(pSrcDst, len, scaleFactor);
 }
-
 ZvpStatus zvpsLn_16s_Sfs(const Zvp16s* pSrc, Zvp16s* pDst, int len, int scaleFactor) {
     // Equal pointers run the in-place form.
     if (pSrc == pDst) return zvpsLn_16s_ISfs(pDst, len, scaleFactor);
-    return lnSfs(pSrc, pDst, len, scaleFactor);
+    return form::v<LnScaled<Zvp16s>>(pSrc, pDst, len, scaleFactor);
 }
-
 ZvpStatus zvpsLn_32s_Sfs(const Zvp32s* pSrc, Zvp32s* pDst, int len, int scaleFactor) {
-    return lnSfs(pSrc, pDst, len, scaleFactor);
+    return form::v<LnScaled<Zvp32s>>(pSrc, pDst, len, scaleFactor);
 }
-
 ZvpStatus zvpsLn_32s_ISfs(Zvp32s* pSrcDst, int len, int scaleFactor) {
-    return lnSfs(static_cast<const Zvp32s*>(pSrcDst), pSrcDst, len, scaleFactor);
+    return form::vI<LnScaled<Zvp32s>>(pSrcDst, len, scaleFactor);
 }
-
 ZvpStatus zvpsLn_32s16s_Sfs(const Zvp32s* pSrc, Zvp16s* pDst, int len, int scaleFactor) {
-    return lnSfs(pSrc, pDst, len, scaleFactor);
+    return form::v<LnScaled<Zvp16s>>(pSrc, pDst, len, scaleFactor);
 }
 
 ZvpStatus zvps10Log10_32s_Sfs(const Zvp32s* pSrc, Zvp32s* pDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrc, pDst);
-    ZVP_CHECK_LENS(len);
-    tenLog10Kernel(pSrc, pDst, len, scaleFactor);
-    return zvpStsNoErr;
+    return form::v<TenLog10>(pSrc, pDst, len, scaleFactor);
 }
-
 ZvpStatus zvps10Log10_32s_ISfs(Zvp32s* pSrcDst, int len, int scaleFactor) {
-    ZVP_CHECK_PTRS(pSrcDst);
-    ZVP_CHECK_LENS(len);
-    tenLog10Kernel(pSrcDst, pSrcDst, len, scaleFactor);
-    return zvpStsNoErr;
+    return form::vI<TenLog10>(pSrcDst, len, scaleFactor);
 }
 
 ZvpStatus zvpsSumLn_32f(const Zvp32f* pSrc, int len, Zvp32f* pSum) { return sumLn(pSrc, len, pSum); }

@@ -13,7 +13,6 @@
 #include "check.h"
 #include "forms.h"
 #include "p8/powers.h"
-#include "simd.h"
 
 namespace zvp::p8 {
 namespace {

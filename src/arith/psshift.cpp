@@ -16,11 +16,11 @@
 //   in place, signed right shifts: pointer, length, negative count; count 0
 //   leaves the data; large counts fill with the sign.
 #include <climits>
+#include <cstdint>
 
-#include "check.h"
+#include "forms.h"
 #include "p8/logic.h"
 #include "samebits.h"
-#include "simd.h"
 
 namespace zvp::p8 {
 namespace {
@@ -30,51 +30,43 @@ enum class Dir { Left, Right };
 template <class T>
 constexpr int widthOf = int(sizeof(T) * CHAR_BIT);
 
-// One element; k is in [0, width) (signed right shifts clamp to width-1).
-template <Dir D, class T>
-T shiftOne(T x, int k) {
-    using U = std::make_unsigned_t<T>;
-    if constexpr (D == Dir::Left) return T(U(U(x) << k));
-    else return T(x >> k);  // arithmetic for signed, logical for unsigned
-}
-
-template <Dir D, class T>
-__m128i shiftVec(__m128i x, __m128i cnt, __m128i mask8) {
-    if constexpr (sizeof(T) == 1) {
-        // No 8-bit shifts: shift 16-bit lanes and clear the bits that crossed
-        // from the neighbouring byte.
-        if constexpr (D == Dir::Left) return _mm_and_si128(_mm_sll_epi16(x, cnt), mask8);
-        else return _mm_and_si128(_mm_srl_epi16(x, cnt), mask8);
-    } else if constexpr (sizeof(T) == 2) {
-        if constexpr (D == Dir::Left) return _mm_sll_epi16(x, cnt);
-        else if constexpr (std::is_signed_v<T>) return _mm_sra_epi16(x, cnt);
-        else return _mm_srl_epi16(x, cnt);
-    } else {
-        if constexpr (D == Dir::Left) return _mm_sll_epi32(x, cnt);
-        else if constexpr (std::is_signed_v<T>) return _mm_sra_epi32(x, cnt);
-        else return _mm_srl_epi32(x, cnt);
+// Every lane shifted by one count k in [0, width) (signed right shifts clamp
+// to width-1).
+template <Dir D>
+struct ShiftOp {
+    Count k;
+    __m128i mask8;  // 8-bit lanes: the bits that stay within each byte
+    template <class L>
+    typename L::R apply(typename L::R x) const {
+        if constexpr (sizeof(typename L::type) == 1) {
+            // No 8-bit shifts: shift 16-bit lanes and clear the bits that
+            // crossed from the neighbouring byte.
+            using W = Full<std::uint16_t>;
+            return L::and_(D == Dir::Left ? W::shl(x, k) : W::shr(x, k), mask8);
+        } else {
+            return D == Dir::Left ? L::shl(x, k) : L::shr(x, k);
+        }
     }
-}
-
-template <Dir D, class T>
-void shiftKernel(const T* s, int k, T* d, int len) {
-    constexpr int V = 16 / sizeof(T);
-    const __m128i cnt = _mm_cvtsi32_si128(k);
-    const unsigned m8 = D == Dir::Left ? (0xFFu << k) & 0xFFu : 0xFFu >> k;
-    const __m128i mask8 = _mm_set1_epi8(static_cast<char>(m8));
-    int i = 0;
-    for (; i + 2 * V <= len; i += 2 * V) {
-        const __m128i x0 = shiftVec<D, T>(simd::loadu(s + i), cnt, mask8);
-        const __m128i x1 = shiftVec<D, T>(simd::loadu(s + i + V), cnt, mask8);
-        simd::storeu(d + i, x0);
-        simd::storeu(d + i + V, x1);
-    }
-    for (; i + V <= len; i += V) simd::storeu(d + i, shiftVec<D, T>(simd::loadu(s + i), cnt, mask8));
-    for (; i < len; ++i) d[i] = shiftOne<D>(s[i], k);
-}
+};
 
 template <Dir D, class T>
 constexpr bool fillsWithSign = D == Dir::Right && std::is_signed_v<T>;
+
+// Kernel policy of the unary forms: a negative count is refused after the
+// pointers and the length, and a zero count leaves the data as it is.
+template <Dir D, class T>
+struct Shift {
+    using type = T;
+    static ZvpStatus check(int k) { return k < 0 ? zvpStsShiftErr : zvpStsNoErr; }
+    template <class A>
+    static ZvpStatus run(A s, T* d, std::ptrdiff_t n, int k) {
+        if (k == 0) return zvpStsNoErr;  // only in place: out of place, 0 is a Copy
+        if (k >= widthOf<T>) k = widthOf<T> - 1;
+        const unsigned m8 = D == Dir::Left ? (0xFFu << k) & 0xFFu : 0xFFu >> k;
+        form::map(s, d, n, ShiftOp<D>{Count(k), Full<std::uint8_t>::set1(std::uint8_t(m8))});
+        return zvpStsNoErr;
+    }
+};
 
 template <Dir D, class T>
 ZvpStatus shiftOut(const T* s, int k, T* d, int len) {
@@ -85,11 +77,7 @@ ZvpStatus shiftOut(const T* s, int k, T* d, int len) {
             return zeroSameBits(d, len);
         }
     }
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    if (k < 0) return zvpStsShiftErr;
-    shiftKernel<D>(s, k < widthOf<T> ? k : widthOf<T> - 1, d, len);
-    return zvpStsNoErr;
+    return form::v<Shift<D, T>>(s, d, len, k);
 }
 
 template <Dir D, class T>
@@ -97,11 +85,7 @@ ZvpStatus shiftIn(int k, T* sd, int len) {
     if constexpr (!fillsWithSign<D, T>) {
         if (k >= widthOf<T>) return zeroSameBits(sd, len);
     }
-    ZVP_CHECK_PTRS(sd);
-    ZVP_CHECK_LENS(len);
-    if (k < 0) return zvpStsShiftErr;
-    if (k > 0) shiftKernel<D>(sd, k < widthOf<T> ? k : widthOf<T> - 1, sd, len);
-    return zvpStsNoErr;
+    return form::vI<Shift<D, T>>(sd, len, k);
 }
 
 }  // namespace

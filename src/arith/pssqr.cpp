@@ -10,231 +10,171 @@
 #include <limits>
 #include <type_traits>
 
-#include "check.h"
+#include "forms.h"
 #include "p8/powers.h"
 #include "scale.h"
-#include "simd.h"
 
 namespace zvp::p8 {
 namespace {
 
 // ---- Float ---------------------------------------------------------------
 
-void sqrKernel(const Zvp32f* s, Zvp32f* d, int len) {
-    int i = 0;
-    for (; i + 8 <= len; i += 8) {
-        const __m128 a = _mm_loadu_ps(s + i), b = _mm_loadu_ps(s + i + 4);
-        _mm_storeu_ps(d + i, _mm_mul_ps(a, a));
-        _mm_storeu_ps(d + i + 4, _mm_mul_ps(b, b));
-    }
-    for (; i < len; ++i) d[i] = s[i] * s[i];
-}
+struct SqrOp {
+    template <class L>
+    typename L::R apply(typename L::R v) const { return L::mul(v, v); }
+};
 
-void sqrKernel(const Zvp64f* s, Zvp64f* d, int len) {
-    int i = 0;
-    for (; i + 4 <= len; i += 4) {
-        const __m128d a = _mm_loadu_pd(s + i), b = _mm_loadu_pd(s + i + 2);
-        _mm_storeu_pd(d + i, _mm_mul_pd(a, a));
-        _mm_storeu_pd(d + i + 2, _mm_mul_pd(b, b));
+// (a + bi)^2 = (a*a - b*b) + (p + p)i with p = a*b, on (re, im) pairs.
+struct SqrComplexOp {
+    template <class L>
+    typename L::R apply(typename L::R v) const {
+        using T = typename L::type;
+        using I = Rebind<L, std::conditional_t<sizeof(T) == 4, std::int32_t, std::int64_t>>;
+        const auto sq = L::mul(v, v);                 // (a^2, b^2)
+        const auto re = L::sub(sq, L::swapReIm(sq));  // a^2 - b^2 in the real lanes
+        const auto p = L::mul(v, L::swapReIm(v));     // a*b in every lane
+        return L::blend(re, L::add(p, p), L::fromBits(I::pair(0, -1)));
     }
-    for (; i < len; ++i) d[i] = s[i] * s[i];
-}
-
-// (a + bi)^2 = (a*a - b*b) + (p + p)i with p = a*b, in the same operation
-// order on both paths.
-template <class C, class F>
-C sqrComplexOne(C z) {
-    const F p = z.re * z.im;
-    return C{z.re * z.re - z.im * z.im, p + p};
-}
-
-void sqrKernel(const Zvp32fc* s, Zvp32fc* d, int len) {
-    const float* sf = reinterpret_cast<const float*>(s);
-    float* df = reinterpret_cast<float*>(d);
-    int i = 0;
-    for (; i + 4 <= len; i += 4) {
-        const __m128 v0 = _mm_loadu_ps(sf + 2 * i), v1 = _mm_loadu_ps(sf + 2 * i + 4);
-        const __m128 a = _mm_shuffle_ps(v0, v1, _MM_SHUFFLE(2, 0, 2, 0));
-        const __m128 b = _mm_shuffle_ps(v0, v1, _MM_SHUFFLE(3, 1, 3, 1));
-        const __m128 re = _mm_sub_ps(_mm_mul_ps(a, a), _mm_mul_ps(b, b));
-        const __m128 p = _mm_mul_ps(a, b);
-        const __m128 im = _mm_add_ps(p, p);
-        _mm_storeu_ps(df + 2 * i, _mm_unpacklo_ps(re, im));
-        _mm_storeu_ps(df + 2 * i + 4, _mm_unpackhi_ps(re, im));
-    }
-    for (; i < len; ++i) d[i] = sqrComplexOne<Zvp32fc, float>(s[i]);
-}
-
-void sqrKernel(const Zvp64fc* s, Zvp64fc* d, int len) {
-    const double* sd = reinterpret_cast<const double*>(s);
-    double* dd = reinterpret_cast<double*>(d);
-    int i = 0;
-    for (; i + 2 <= len; i += 2) {
-        const __m128d v0 = _mm_loadu_pd(sd + 2 * i), v1 = _mm_loadu_pd(sd + 2 * i + 2);
-        const __m128d a = _mm_unpacklo_pd(v0, v1), b = _mm_unpackhi_pd(v0, v1);
-        const __m128d re = _mm_sub_pd(_mm_mul_pd(a, a), _mm_mul_pd(b, b));
-        const __m128d p = _mm_mul_pd(a, b);
-        const __m128d im = _mm_add_pd(p, p);
-        _mm_storeu_pd(dd + 2 * i, _mm_unpacklo_pd(re, im));
-        _mm_storeu_pd(dd + 2 * i + 2, _mm_unpackhi_pd(re, im));
-    }
-    for (; i < len; ++i) d[i] = sqrComplexOne<Zvp64fc, double>(s[i]);
-}
+};
 
 template <class T>
-ZvpStatus sqrOut(const T* s, T* d, int len) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    sqrKernel(s, d, len);
-    return zvpStsNoErr;
-}
-
-template <class T>
-ZvpStatus sqrIn(T* v, int len) {
-    ZVP_CHECK_PTRS(v);
-    ZVP_CHECK_LENS(len);
-    sqrKernel(v, v, len);
-    return zvpStsNoErr;
-}
+struct SqrFloat {
+    using type = T;
+    template <class A, class P>
+    static ZvpStatus run(A s, P* d, std::ptrdiff_t n) {
+        if constexpr (form::Complex<T>) form::map<2>(s, d, n, SqrComplexOp{});
+        else form::map(s, d, n, SqrOp{});
+        return zvpStsNoErr;
+    }
+};
 
 // ---- Scaled integers -----------------------------------------------------
 
-// a > b on unsigned 32-bit lanes.
-inline __m128i gtU32(__m128i a, __m128i b) {
-    const __m128i bias = _mm_set1_epi32(std::int32_t(0x80000000u));
-    return _mm_cmpgt_epi32(_mm_xor_si128(a, bias), _mm_xor_si128(b, bias));
-}
-
 enum class Path { Sat, Shift, Zero, ShiftLeft, Bound };
+
+using W = Full<std::uint32_t>;
 
 // The scale rule on unsigned 32-bit lanes R, saturated to maxOut.
 struct LaneRule {
     Path path;
-    __m128i count;    // shift count
-    __m128i mask;     // 2^sf - 1
-    __m128i half;     // 2^(sf-1)
-    __m128i keep;     // largest R that survives a left shift
-    __m128i maxOut;
+    Count count{0};   // shift count
+    W::R mask;        // 2^sf - 1
+    W::R half;        // 2^(sf-1)
+    W::R keep;        // largest R that survives a left shift
+    W::R maxOut;
 
-    LaneRule(int sf, std::uint32_t mx) : maxOut(_mm_set1_epi32(std::int32_t(mx))) {
-        count = mask = half = keep = _mm_setzero_si128();
+    LaneRule(int sf, std::uint32_t mx) : maxOut(W::set1(mx)) {
+        mask = half = keep = W::zero();
         if (sf == 0) {
             path = Path::Sat;
         } else if (sf > 32) {
             path = Path::Zero;
         } else if (sf > 0) {
             path = Path::Shift;
-            count = _mm_cvtsi32_si128(sf);
-            mask = _mm_set1_epi32(std::int32_t(std::uint32_t((std::uint64_t(1) << sf) - 1)));
-            half = _mm_set1_epi32(std::int32_t(std::uint32_t(1) << (sf - 1)));
+            count = Count(sf);
+            mask = W::set1(std::uint32_t((std::uint64_t(1) << sf) - 1));
+            half = W::set1(std::uint32_t(1) << (sf - 1));
         } else if (sf > -32) {
             path = Path::ShiftLeft;
-            count = _mm_cvtsi32_si128(-sf);
-            keep = _mm_set1_epi32(std::int32_t(mx >> -sf));
+            count = Count(-sf);
+            keep = W::set1(mx >> -sf);
         } else {
             path = Path::Bound;
         }
     }
 
     template <Path P>
-    __m128i apply(__m128i r) const {
+    W::R apply(W::R r) const {
         if constexpr (P == Path::Sat) {
-            return _mm_min_epu32(r, maxOut);
+            return W::min(r, maxOut);
         } else if constexpr (P == Path::Shift) {
             // Round up iff rem + (q AND 1) > 2^(sf-1) (no wrap: for sf = 32,
             // q = 0).
-            const __m128i q = _mm_srl_epi32(r, count);
-            const __m128i rem = _mm_add_epi32(_mm_and_si128(r, mask), _mm_and_si128(q, _mm_set1_epi32(1)));
-            return _mm_min_epu32(_mm_sub_epi32(q, gtU32(rem, half)), maxOut);
+            const auto q = W::shr(r, count);
+            const auto rem = W::add(W::and_(r, mask), W::and_(q, W::set1(1)));
+            return W::min(W::sub(q, W::gt(rem, half)), maxOut);
         } else if constexpr (P == Path::Zero) {
-            return _mm_setzero_si128();
+            return W::zero();
         } else if constexpr (P == Path::ShiftLeft) {
-            return _mm_blendv_epi8(_mm_sll_epi32(r, count), maxOut, gtU32(r, keep));
+            return W::blend(W::shl(r, count), maxOut, W::gt(r, keep));
         } else {
-            return _mm_andnot_si128(_mm_cmpeq_epi32(r, _mm_setzero_si128()), maxOut);
+            return W::andnot(W::eq(r, W::zero()), maxOut);
         }
     }
 };
 
-// Squares of eight 16-bit lanes as two vectors of 32-bit lanes.
-template <bool Signed>
-inline void squares16(__m128i x, __m128i& lo, __m128i& hi) {
-    const __m128i pl = _mm_mullo_epi16(x, x);
-    const __m128i ph = Signed ? _mm_mulhi_epi16(x, x) : _mm_mulhi_epu16(x, x);
-    lo = _mm_unpacklo_epi16(pl, ph);
-    hi = _mm_unpackhi_epi16(pl, ph);
-}
-
-// The vector body for one lane rule; returns the number of elements done.
-template <Path P, class T>
-int sqrScaledBody(const T* s, T* d, int len, const LaneRule& rule) {
-    int i = 0;
-    if constexpr (sizeof(T) == 1) {
-        for (; i + 16 <= len; i += 16) {
-            const __m128i v = simd::loadu(s + i);
-            __m128i r0, r1, r2, r3;
-            squares16<false>(_mm_unpacklo_epi8(v, _mm_setzero_si128()), r0, r1);
-            squares16<false>(_mm_unpackhi_epi8(v, _mm_setzero_si128()), r2, r3);
-            const __m128i a = _mm_packus_epi32(rule.apply<P>(r0), rule.apply<P>(r1));
-            const __m128i b = _mm_packus_epi32(rule.apply<P>(r2), rule.apply<P>(r3));
-            simd::storeu(d + i, _mm_packus_epi16(a, b));
-        }
-    } else {
-        for (; i + 8 <= len; i += 8) {
-            __m128i r0, r1;
-            squares16<std::is_signed_v<T>>(simd::loadu(s + i), r0, r1);
-            // Lanes hold at most 65535, so the unsigned pack is exact.
-            simd::storeu(d + i, _mm_packus_epi32(rule.apply<P>(r0), rule.apply<P>(r1)));
+// The scaled squares of the L::N elements from i on: 16-bit lanes squared
+// into 32-bit ones, the rule applied, and packed back (every result lies in
+// [0, 65535], so the signed-to-unsigned packs are exact).
+template <Path P, class A>
+struct SqrScaledLanes {
+    A s;
+    LaneRule rule;
+    // The rule on the squares of the 16-bit lanes x, the low n of them.
+    template <class L16, int n>
+    __m128i squares(__m128i x) const {
+        const auto pl = L16::mullo(x, x), ph = L16::mulhi(x, x);
+        using H = Full<std::uint16_t>;
+        const auto lo = rule.apply<P>(H::zipLo(pl, ph));
+        const auto hi = n > 4 ? rule.apply<P>(H::zipHi(pl, ph)) : W::zero();
+        return Full<std::int32_t>::narrow<std::uint16_t>(lo, hi);
+    }
+    template <class L>
+    typename L::R at(std::ptrdiff_t i) const {
+        const auto v = s.template load<L>(i);
+        if constexpr (sizeof(typename L::type) == 1) {
+            using H = Full<std::uint16_t>;
+            const auto a = squares<H, L::N>(L::widenLo(v));
+            const auto b = L::N > 8 ? squares<H, L::N - 8>(L::widenHi(v)) : H::zero();
+            return Full<std::int16_t>::narrow<std::uint8_t>(a, b);
+        } else {
+            return squares<Full<typename L::type>, L::N>(v);
         }
     }
-    return i;
-}
+};
 
 template <class T>
-void sqrScaledKernel(const T* s, T* d, int len, int sf) {
-    const LaneRule rule(sf, std::numeric_limits<T>::max());
-    int i = 0;
-    switch (rule.path) {
-        case Path::Sat: i = sqrScaledBody<Path::Sat>(s, d, len, rule); break;
-        case Path::Shift: i = sqrScaledBody<Path::Shift>(s, d, len, rule); break;
-        case Path::Zero: i = sqrScaledBody<Path::Zero>(s, d, len, rule); break;
-        case Path::ShiftLeft: i = sqrScaledBody<Path::ShiftLeft>(s, d, len, rule); break;
-        case Path::Bound: i = sqrScaledBody<Path::Bound>(s, d, len, rule); break;
+struct SqrScaled {
+    using type = T;
+    template <class A>
+    static ZvpStatus run(A s, T* d, std::ptrdiff_t n, int sf) {
+        const LaneRule rule(sf, std::numeric_limits<T>::max());
+        switch (rule.path) {
+            case Path::Sat: form::each<T, 1>(SqrScaledLanes<Path::Sat, A>{s, rule}, d, n); break;
+            case Path::Shift: form::each<T, 1>(SqrScaledLanes<Path::Shift, A>{s, rule}, d, n); break;
+            case Path::Zero: form::each<T, 1>(SqrScaledLanes<Path::Zero, A>{s, rule}, d, n); break;
+            case Path::ShiftLeft: form::each<T, 1>(SqrScaledLanes<Path::ShiftLeft, A>{s, rule}, d, n); break;
+            case Path::Bound: form::each<T, 1>(SqrScaledLanes<Path::Bound, A>{s, rule}, d, n); break;
+        }
+        return zvpStsNoErr;
     }
-    for (; i < len; ++i) {
-        const std::int64_t r = std::int64_t(s[i]) * s[i];
-        d[i] = scaleRule<T>(r, sf);
-    }
-}
+};
 
-void sqrScaledKernel(const Zvp16sc* s, Zvp16sc* d, int len, int sf) {
-    for (int i = 0; i < len; ++i) {
-        const std::int64_t a = s[i].re, b = s[i].im;
-        d[i] = Zvp16sc{scaleRule<Zvp16s>(a * a - b * b, sf), scaleRule<Zvp16s>(2 * a * b, sf)};
+// 16sc, as (re, im) pairs of 16-bit parts: both parts are read before
+// either is written.
+struct SqrScaled16sc {
+    using type = Zvp16s;
+    template <class A>
+    static ZvpStatus run(A s, Zvp16s* d, std::ptrdiff_t n, int sf) {
+        for (std::ptrdiff_t i = 0; i < n; i += 2) {
+            const std::int64_t a = s.at(i), b = s.at(i + 1);
+            d[i] = scaleRule<Zvp16s>(a * a - b * b, sf);
+            d[i + 1] = scaleRule<Zvp16s>(2 * a * b, sf);
+        }
+        return zvpStsNoErr;
     }
-}
+};
 
 template <class T>
-ZvpStatus sqrSfs(const T* s, T* d, int len, int sf) {
-    ZVP_CHECK_PTRS(s, d);
-    ZVP_CHECK_LENS(len);
-    sqrScaledKernel(s, d, len, sf);
-    return zvpStsNoErr;
-}
-
-template <class T>
-ZvpStatus sqrISfs(T* v, int len, int sf) {
-    ZVP_CHECK_PTRS(v);
-    ZVP_CHECK_LENS(len);
-    sqrScaledKernel(v, v, len, sf);
-    return zvpStsNoErr;
-}
+using SqrSfs = std::conditional_t<std::is_same_v<T, Zvp16sc>, SqrScaled16sc, SqrScaled<T>>;
 
 }  // namespace
 
-#define ZVP_SQR(T)                                                                              \
-    ZvpStatus zvpsSqr_##T(const Zvp##T* pSrc, Zvp##T* pDst, int len) { return sqrOut(pSrc, pDst, len); } \
-    ZvpStatus zvpsSqr_##T##_I(Zvp##T* pSrcDst, int len) { return sqrIn(pSrcDst, len); }
+#define ZVP_SQR(T)                                                                                    \
+    ZvpStatus zvpsSqr_##T(const Zvp##T* pSrc, Zvp##T* pDst, int len) {                                \
+        return form::v<SqrFloat<Zvp##T>>(pSrc, pDst, len);                                            \
+    }                                                                                                 \
+    ZvpStatus zvpsSqr_##T##_I(Zvp##T* pSrcDst, int len) { return form::vI<SqrFloat<Zvp##T>>(pSrcDst, len); }
 ZVP_SQR(32f)
 ZVP_SQR(32fc)
 ZVP_SQR(64f)
@@ -243,10 +183,10 @@ ZVP_SQR(64fc)
 
 #define ZVP_SQR_SFS(T)                                                                          \
     ZvpStatus zvpsSqr_##T##_Sfs(const Zvp##T* pSrc, Zvp##T* pDst, int len, int scaleFactor) {   \
-        return sqrSfs(pSrc, pDst, len, scaleFactor);                                            \
+        return form::v<SqrSfs<Zvp##T>>(pSrc, pDst, len, scaleFactor);                           \
     }                                                                                           \
     ZvpStatus zvpsSqr_##T##_ISfs(Zvp##T* pSrcDst, int len, int scaleFactor) {                   \
-        return sqrISfs(pSrcDst, len, scaleFactor);                                              \
+        return form::vI<SqrSfs<Zvp##T>>(pSrcDst, len, scaleFactor);                             \
     }
 ZVP_SQR_SFS(8u)
 ZVP_SQR_SFS(16s)

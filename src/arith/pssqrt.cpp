@@ -30,8 +30,8 @@
 #include "check.h"
 #include "fpguard.h"
 #include "introot.h"
+#include "lane.h"
 #include "p8/powers.h"
-#include "simd.h"
 
 namespace zvp::p8 {
 namespace {
@@ -179,7 +179,7 @@ inline __m128i load4(const S* p) {
         const __m128i w = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
         return std::is_signed_v<S> ? _mm_cvtepi16_epi32(w) : _mm_cvtepu16_epi32(w);
     } else {
-        return simd::loadu(p);
+        return Full<S>::load(p);
     }
 }
 

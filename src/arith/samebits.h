@@ -6,9 +6,10 @@
 
 #include <type_traits>
 
+#include "level.h"
 #include "p8/copy.h"
 
-namespace zvp::p8 {
+namespace zvp::ZVP_LEVEL {
 
 template <class T>
 using SameBits = std::conditional_t<
@@ -36,4 +37,4 @@ ZvpStatus zeroSameBits(T* d, int len) {
     else return zvpsZero_64s(dd, len);
 }
 
-}  // namespace zvp::p8
+}  // namespace zvp::ZVP_LEVEL

@@ -3,9 +3,10 @@
 // then its own values, then the identity tag of a state record (-17).
 #pragma once
 
-#include "zvps.h"
+#include "level.h"
+#include "zvptypes.h"
 
-namespace zvp {
+namespace zvp::ZVP_LEVEL {
 
 template <class... P>
 constexpr bool anyNull(const P*... p) noexcept {
@@ -17,18 +18,18 @@ constexpr bool anyBelowOne(L... len) noexcept {
     return ((len < 1) || ...);
 }
 
-}  // namespace zvp
+}  // namespace zvp::ZVP_LEVEL
 
 // Return zvpStsNullPtrErr if any listed pointer is null.
 #define ZVP_CHECK_PTRS(...)                                              \
     do {                                                                 \
-        if (::zvp::anyNull(__VA_ARGS__)) return zvpStsNullPtrErr;        \
+        if (::zvp::ZVP_LEVEL::anyNull(__VA_ARGS__)) return zvpStsNullPtrErr;        \
     } while (0)
 
 // Return zvpStsSizeErr if any listed length is below 1.
 #define ZVP_CHECK_LENS(...)                                              \
     do {                                                                 \
-        if (::zvp::anyBelowOne(__VA_ARGS__)) return zvpStsSizeErr;       \
+        if (::zvp::ZVP_LEVEL::anyBelowOne(__VA_ARGS__)) return zvpStsSizeErr;       \
     } while (0)
 
 // Propagate a non-success status (error or warning) from a nested call.

@@ -35,7 +35,7 @@
 #include "check.h"
 #include "lane.h"
 #include "level.h"
-#include "zvps.h"
+#include "zvptypes.h"
 
 namespace zvp::ZVP_LEVEL::form {
 
@@ -123,6 +123,69 @@ template <class D, int U, int V_ = Full<D>::N, class Fn>
     for (; i < n; i += U) S::store(d + i, fn.template at<S>(i));
     return fn;
 }
+
+// d[i] = op(s[i]) and d[i] = op(a[i], b[i]) lane by lane, for an operation
+// object op with  template <class L> L::R apply(L::R ...) const  (whatever
+// it holds -- a count, constants -- stays in registers).
+template <class A, class Op>
+struct MapFn {
+    A s;
+    Op op;
+    template <class L>
+    typename L::R at(std::ptrdiff_t i) const { return op.template apply<L>(s.template load<L>(i)); }
+};
+template <class A, class B, class Op>
+struct ZipFn {
+    A a;
+    B b;
+    Op op;
+    template <class L>
+    typename L::R at(std::ptrdiff_t i) const {
+        return op.template apply<L>(a.template load<L>(i), b.template load<L>(i));
+    }
+};
+// U is the tail's step: 2 for complex pairs, whose parts depend on each other.
+template <int U = 1, class D, class A, class Op>
+inline void map(A s, D* d, std::ptrdiff_t n, Op op) {
+    each<D, U>(MapFn<A, Op>{s, op}, d, n);
+}
+template <int U = 1, class D, class A, class B, class Op>
+inline void zip(A a, B b, D* d, std::ptrdiff_t n, Op op) {
+    each<D, U>(ZipFn<A, B, Op>{a, b, op}, d, n);
+}
+
+// Kernel policies for a stateless lane operation Op: one operand (Unary) or
+// two (Binary).
+template <class T, class Op>
+struct Unary {
+    using type = T;
+    template <class A>
+    static ZvpStatus run(A s, T* d, std::ptrdiff_t n) {
+        map(s, d, n, Op{});
+        return zvpStsNoErr;
+    }
+};
+template <class T, class Op>
+struct Binary {
+    using type = T;
+    template <class A, class B>
+    static ZvpStatus run(A a, B b, T* d, std::ptrdiff_t n) {
+        zip(a, b, d, n, Op{});
+        return zvpStsNoErr;
+    }
+};
+
+// A kernel policy of one value at a time, for operations with no lane form
+// (library calls, exact integer roots): d[i] = F(s[i], x...).
+template <class T, auto F>
+struct PerElement {
+    using type = T;
+    template <class A, class... X>
+    static ZvpStatus run(A s, T* d, std::ptrdiff_t n, X... x) {
+        for (std::ptrdiff_t i = 0; i < n; ++i) d[i] = F(s.at(i), x...);
+        return zvpStsNoErr;
+    }
+};
 
 // ---- Complex elements as reals ----------------------------------------------
 

@@ -5,8 +5,9 @@
 #pragma once
 
 #include <xmmintrin.h>
+#include "level.h"
 
-namespace zvp {
+namespace zvp::ZVP_LEVEL {
 
 class MxcsrGuard {
 public:
@@ -29,4 +30,4 @@ private:
     unsigned saved_;
 };
 
-}  // namespace zvp
+}  // namespace zvp::ZVP_LEVEL

@@ -9,8 +9,9 @@
 #include <cstdint>
 #include <limits>
 #include <type_traits>
+#include "level.h"
 
-namespace zvp {
+namespace zvp::ZVP_LEVEL {
 
 // Two's complement value hi * 2^64 + lo.
 struct Int128 {
@@ -133,4 +134,4 @@ constexpr D scaleRule(Int128 r, int sf) {
     return D(shiftLeft(r, k).lo);
 }
 
-}  // namespace zvp
+}  // namespace zvp::ZVP_LEVEL

@@ -2,7 +2,7 @@
 //     result = saturate(R * 2^-sf), rounded to nearest with ties to even,
 // as operations on integer lanes (16-bit and 32-bit, and 64-bit for the
 // rounding of wide products). Each gives, lane by lane, exactly what
-// zvp::scaleRule (scale.h) gives for the same exact R, at every lane width,
+// scaleRule (scale.h) gives for the same exact R, at every lane width,
 // so a kernel's vector body and its one-lane tail agree bit for bit.
 //
 // R is held in one of four ways:

@@ -8,8 +8,9 @@
 #include <cstdint>
 #include <limits>
 #include <type_traits>
+#include "level.h"
 
-namespace zvp {
+namespace zvp::ZVP_LEVEL {
 
 // Saturate a wide signed value to the destination type D.
 template <class D, class W>
@@ -77,4 +78,4 @@ constexpr D scaleRule(W r, int sf) noexcept {
     return shiftLeftSaturate<D>(r, sf < -127 ? 127 : -sf);
 }
 
-}  // namespace zvp
+}  // namespace zvp::ZVP_LEVEL

@@ -4,9 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "level.h"
 #include "p8/frame.h"
 
-namespace zvp {
+namespace zvp::ZVP_LEVEL {
 
 class WorkBuffer {
 public:
@@ -42,4 +43,4 @@ inline T* alignUp(T* p, std::size_t align) {
     return reinterpret_cast<T*>((v + align - 1) & ~(std::uintptr_t(align) - 1));
 }
 
-}  // namespace zvp
+}  // namespace zvp::ZVP_LEVEL

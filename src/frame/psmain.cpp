@@ -3,26 +3,26 @@
 
 #include "zvpcore.h"
 
-namespace zvp::frame {
-
-int jumpIndexFor(Zvp64u features) {
-    const Zvp64u both = zvpCPUID_SSSE3 | zvpCPUID_SSE41;  // bits 0x10 and 0x20
-    return (features & both) == both ? 1 : 0;
-}
-
-}  // namespace zvp::frame
-
 // Whether the merged-variant index applies on this processor. Written once by
 // the initialiser below; nothing else in the library reads it.
 extern "C" {
 int zvpJumpIndexForMergedDLL = 0;
 }
 
+namespace zvp::ZVP_LEVEL::frame {
+
+int jumpIndexFor(Zvp64u features) {
+    const Zvp64u both = zvpCPUID_SSSE3 | zvpCPUID_SSE41;  // bits 0x10 and 0x20
+    return (features & both) == both ? 1 : 0;
+}
+
+int mergedIndex() { return zvpJumpIndexForMergedDLL; }
+
 namespace {
 
 int initLibrary() {
     zvpGetCpuFeatures(nullptr, nullptr);
-    zvpJumpIndexForMergedDLL = zvp::frame::jumpIndexFor(zvpGetEnabledCpuFeatures());
+    zvpJumpIndexForMergedDLL = jumpIndexFor(zvpGetEnabledCpuFeatures());
     return 1;
 }
 
@@ -31,6 +31,4 @@ int initLibrary() {
 
 }  // namespace
 
-namespace zvp::frame {
-int mergedIndex() { return zvpJumpIndexForMergedDLL; }
-}  // namespace zvp::frame
+}  // namespace zvp::ZVP_LEVEL::frame

@@ -13,7 +13,7 @@
 #include <cstdint>
 
 #include "level.h"
-#include "zvps.h"
+#include "zvptypes.h"
 
 namespace zvp::ZVP_LEVEL::fft {
 

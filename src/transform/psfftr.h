@@ -16,7 +16,7 @@
 #include <cstdint>
 
 #include "level.h"
-#include "zvps.h"
+#include "zvptypes.h"
 
 namespace zvp::ZVP_LEVEL::fftr {
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-using zvp::Int128;
+using zvp::p8::Int128;
 
 // Eight 16-bit limbs, least significant first: the two's complement value mod 2^128.
 struct Limbs {
@@ -63,9 +63,9 @@ TEST(Int128, ProductsMatchSchoolbookMultiplication) {
     std::mt19937_64 rng(11);
     for (int k = 0; k < 20000; ++k) {
         const std::uint64_t a = draw(rng), b = draw(rng);
-        ASSERT_TRUE(same(limbsOf(zvp::mulWideU(a, b)),
+        ASSERT_TRUE(same(limbsOf(zvp::p8::mulWideU(a, b)),
                          mulLimbs(limbsOf64(a, false), limbsOf64(b, false))));
-        ASSERT_TRUE(same(limbsOf(zvp::mulWideS(std::int64_t(a), std::int64_t(b))),
+        ASSERT_TRUE(same(limbsOf(zvp::p8::mulWideS(std::int64_t(a), std::int64_t(b))),
                          mulLimbs(limbsOf64(a, true), limbsOf64(b, true))))
             << std::int64_t(a) << " * " << std::int64_t(b);
     }
@@ -79,12 +79,12 @@ TEST(Int128, RuleAgreesWithTheSixtyFourBitRule) {
         const Int128 r = Int128::from(a) + Int128::from(b);
         ASSERT_EQ(r.lo, std::uint64_t(a + b));
         for (int sf : {-70, -64, -63, -40, -31, -16, -1, 0, 1, 2, 15, 31, 32, 62, 63, 64, 65, 200}) {
-            ASSERT_EQ(zvp::scaleRule<std::int64_t>(r, sf), zvp::scaleRule<std::int64_t>(a + b, sf))
+            ASSERT_EQ(zvp::p8::scaleRule<std::int64_t>(r, sf), zvp::p8::scaleRule<std::int64_t>(a + b, sf))
                 << a << " + " << b << " sf=" << sf;
-            ASSERT_EQ(zvp::scaleRule<std::int32_t>(r, sf), zvp::scaleRule<std::int32_t>(a + b, sf))
+            ASSERT_EQ(zvp::p8::scaleRule<std::int32_t>(r, sf), zvp::p8::scaleRule<std::int32_t>(a + b, sf))
                 << a << " + " << b << " sf=" << sf;
-            ASSERT_EQ(zvp::scaleRule<std::int16_t>(r - Int128::from(b), sf),
-                      zvp::scaleRule<std::int16_t>(a, sf))
+            ASSERT_EQ(zvp::p8::scaleRule<std::int16_t>(r - Int128::from(b), sf),
+                      zvp::p8::scaleRule<std::int16_t>(a, sf))
                 << a << " sf=" << sf;
         }
     }

@@ -74,9 +74,9 @@ double refAtan(double x) { return std::atan(x); }
 // The stride is odd so every exponent and many mantissa patterns are met.
 TEST(PowersKernels, StridedSweepWithinTheA21Bound) {
     const std::uint32_t stride = 251;
-    const SweepResult e = sweep(zvp::mathpoly::ownsExp_32f_A21, refExp, stride, 7);
-    const SweepResult l = sweep(zvp::mathpoly::ownsLn_32f_A21, refLn, stride, 11);
-    const SweepResult a = sweep(zvp::mathpoly::ownsArctan_32f_A21, refAtan, stride, 3);
+    const SweepResult e = sweep(zvp::p8::mathpoly::ownsExp_32f_A21, refExp, stride, 7);
+    const SweepResult l = sweep(zvp::p8::mathpoly::ownsLn_32f_A21, refLn, stride, 11);
+    const SweepResult a = sweep(zvp::p8::mathpoly::ownsArctan_32f_A21, refAtan, stride, 3);
     RecordProperty("exp_worst_ulps", std::to_string(e.worstUlps));
     RecordProperty("ln_worst_ulps", std::to_string(l.worstUlps));
     RecordProperty("atan_worst_ulps", std::to_string(a.worstUlps));
@@ -90,30 +90,30 @@ TEST(PowersKernels, StridedSweepWithinTheA21Bound) {
 
 // ---- Double-double ---------------------------------------------------------------
 
-using zvp::dd::DD;
+using zvp::p8::dd::DD;
 
 long double value(DD a) { return static_cast<long double>(a.hi) + a.lo; }
 
 // Long double carries 64 bits, so agreement to 2^-62 (relative) is the most
 // it can confirm of the ~2^-100 double-double results.
 TEST(PowersDoubleDouble, ExpAndLnAgreeWithLongDouble) {
-    const zvp::MxcsrGuard nearest(zvp::MxcsrGuard::kNearest);
+    const zvp::p8::MxcsrGuard nearest(zvp::p8::MxcsrGuard::kNearest);
     std::mt19937 rng(17);
     std::uniform_real_distribution<double> dist(-30.0, 45.0);
     for (int i = 0; i < 2000; ++i) {
         const double y = dist(rng);
         const long double want = std::exp(static_cast<long double>(y));
-        EXPECT_LE(std::fabs(value(zvp::dd::expDD(DD{y, 0.0})) - want), want * 0x1p-62L) << y;
+        EXPECT_LE(std::fabs(value(zvp::p8::dd::expDD(DD{y, 0.0})) - want), want * 0x1p-62L) << y;
     }
     for (std::int64_t x : {2LL, 3LL, 10LL, 12345LL, 2147483647LL, 4294967311LL}) {
         const long double want = std::log(static_cast<long double>(x));
-        EXPECT_LE(std::fabs(value(zvp::dd::lnDD(double(x))) - want), want * 0x1p-62L) << x;
+        EXPECT_LE(std::fabs(value(zvp::p8::dd::lnDD(double(x))) - want), want * 0x1p-62L) << x;
     }
 }
 
 TEST(PowersDoubleDouble, UndecidedEstimatesAreSettledAccurately) {
-    const zvp::MxcsrGuard nearest(zvp::MxcsrGuard::kNearest);
-    using zvp::dd::roundIrrational;
+    const zvp::p8::MxcsrGuard nearest(zvp::p8::MxcsrGuard::kNearest);
+    using zvp::p8::dd::roundIrrational;
     // An estimate sitting on the half-integer defers to the accurate value.
     EXPECT_EQ(roundIrrational(2.5, 100, [] { return DD{2.5, 1e-20}; }), 3);
     EXPECT_EQ(roundIrrational(2.5, 100, [] { return DD{2.5, -1e-20}; }), 2);
@@ -129,20 +129,20 @@ TEST(PowersDoubleDouble, UndecidedEstimatesAreSettledAccurately) {
 // The accurate path agrees with the estimate wherever both apply: ln and
 // exp of many integers with the fallback forced.
 TEST(PowersDoubleDouble, AccuratePathMatchesTheEstimate) {
-    const zvp::MxcsrGuard nearest(zvp::MxcsrGuard::kNearest);
+    const zvp::p8::MxcsrGuard nearest(zvp::p8::MxcsrGuard::kNearest);
     for (std::int64_t x = 2; x < 3000; x += 7) {
         for (int sf = -20; sf <= 2; sf += 3) {
-            const std::int64_t fast = zvp::dd::lnScaled(x, sf, INT32_MAX);
-            const std::int64_t slow = zvp::dd::roundDD(zvp::dd::scale2(zvp::dd::lnDD(double(x)), -sf), INT32_MAX);
+            const std::int64_t fast = zvp::p8::dd::lnScaled(x, sf, INT32_MAX);
+            const std::int64_t slow = zvp::p8::dd::roundDD(zvp::p8::dd::scale2(zvp::p8::dd::lnDD(double(x)), -sf), INT32_MAX);
             ASSERT_EQ(fast, slow) << x << " " << sf;
         }
     }
     for (std::int64_t x = -40; x <= 40; ++x) {
         for (int sf = -10; sf <= 50; sf += 4) {
-            const zvp::dd::ExpScaled f(sf, INT64_MAX);
-            const DD y = zvp::dd::add(DD{double(x), 0.0}, zvp::dd::neg(zvp::dd::nLn2(double(sf))));
+            const zvp::p8::dd::ExpScaled f(sf, INT64_MAX);
+            const DD y = zvp::p8::dd::add(DD{double(x), 0.0}, zvp::p8::dd::neg(zvp::p8::dd::nLn2(double(sf))));
             if (y.hi < -1.0 || y.hi > 44.0 || x == 0) continue;
-            ASSERT_EQ(f(x), zvp::dd::roundDD(zvp::dd::expDD(y), INT64_MAX)) << x << " " << sf;
+            ASSERT_EQ(f(x), zvp::p8::dd::roundDD(zvp::p8::dd::expDD(y), INT64_MAX)) << x << " " << sf;
         }
     }
 }
@@ -150,7 +150,7 @@ TEST(PowersDoubleDouble, AccuratePathMatchesTheEstimate) {
 // ---- Integer roots -----------------------------------------------------------------
 
 TEST(PowersIntRoots, FloorRootsAtPowerBoundaries) {
-    using namespace zvp::introot;
+    using namespace zvp::p8::introot;
     for (std::uint64_t r : {1ull, 2ull, 3ull, 65535ull, 65536ull, 3037000499ull, 4294967295ull}) {
         const std::uint64_t sq = r * r;
         EXPECT_EQ(isqrt64(sq), r);
