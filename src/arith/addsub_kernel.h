@@ -45,6 +45,31 @@ constexpr W apply(W a, W b) {
     else return a - b;
 }
 
+// d = a op b of two 16-bit vectors as an exact float (|R| <= 65536 needs 17
+// bits).
+template <Op op>
+struct Exact16s32f {
+    template <class L, class A, class B>
+    static typename L::R apply(A a, B b, std::ptrdiff_t i) {
+        using S = Rebind<L, Zvp16s>;
+        using I = Rebind<L, Zvp32s>;
+        const auto x = S::widenLo(a.template load<S>(i)), y = S::widenLo(b.template load<S>(i));
+        return L::fromI32(op == Op::Add ? I::add(x, y) : I::sub(x, y));
+    }
+};
+
+// A kernel policy of the forms that runs a lane-wise rule Fn into a D
+// destination, two values at a time in the tail.
+template <class D, class Fn>
+struct Lanewise {
+    using type = D;
+    template <class A, class B>
+    static ZvpStatus run(A a, B b, D* d, std::ptrdiff_t n) {
+        form::lanewise<D, 2, Fn>(a, b, d, n);
+        return zvpStsNoErr;
+    }
+};
+
 // ---- Paths: the five ways of scaling R, on a lane L of T ------------------
 
 template <class T>

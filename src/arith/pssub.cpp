@@ -28,23 +28,6 @@ using Sub32s = addsub::Scaled<Zvp32s, Op::Sub, kSub32s>;
 using Sub32f = addsub::FloatOp<Zvp32f, Op::Sub>;
 using Sub64f = addsub::FloatOp<Zvp64f, Op::Sub>;
 
-// The exact difference of two 16-bit values as a float (|R| <= 65535 needs 17 bits).
-struct Diff16s32f {
-    template <class L, class A, class B>
-    static typename L::R apply(A a, B b, std::ptrdiff_t i) {
-        using S = Rebind<L, Zvp16s>;
-        using I = Rebind<L, Zvp32s>;
-        return L::fromI32(I::sub(S::widenLo(a.template load<S>(i)), S::widenLo(b.template load<S>(i))));
-    }
-};
-struct Sub16s32f {
-    template <class A, class B>
-    static ZvpStatus run(A a, B b, Zvp32f* d, std::ptrdiff_t n) {
-        form::lanewise<Zvp32f, 2, Diff16s32f>(a, b, d, n);
-        return zvpStsNoErr;
-    }
-};
-
 }  // namespace
 
 // ---- Sub: second vector - first vector ----------------------------------------
@@ -116,7 +99,7 @@ ZvpStatus zvpsSub_64fc_I(const Zvp64fc* pSrc, Zvp64fc* pSrcDst, int len) {
     return form::vvI<Sub64f>(pSrc, pSrcDst, len);
 }
 ZvpStatus zvpsSub_16s32f(const Zvp16s* pSrc1, const Zvp16s* pSrc2, Zvp32f* pDst, int len) {
-    return form::vvRev<Sub16s32f>(pSrc1, pSrc2, pDst, len);
+    return form::vvRev<addsub::Lanewise<Zvp32f, addsub::Exact16s32f<Op::Sub>>>(pSrc1, pSrc2, pDst, len);
 }
 
 // ---- SubC: vector - constant; SubCRev: constant - vector -------------------
