@@ -436,10 +436,10 @@ inline Cases valueCases(const Row& r, bool full) {
             continue;
         }
         unsigned char b[16];
-        for (int i = 0; i < 2; ++i) {
-            t.draw(b, 1, g, Draw::Ordinary);
+        for (int i = 0; i < 3; ++i) {
+            t.draw(b, 1, g, i < 2 ? Draw::Ordinary : Draw::Mixed);
             add(b);
-            if (t.complex) {  // purely real, purely imaginary
+            if (t.complex && i < 2) {  // purely real, purely imaginary
                 std::memset(b + t.size / 2 * i, 0, t.size / 2);
                 add(b);
             }
