@@ -160,6 +160,10 @@ const auto mul = RULE(auto a, auto b) {
     }
 };
 const auto sqr = RULE(auto a) { return mul(d, a, a, v); };
+const auto absOp = RULE(auto a) {  // integers saturate: |min| is max
+    if constexpr (std::is_integral_v<decltype(a)>) return scaled<decltype(d)>(W(a).abs(), 0);
+    else return std::fabs(a);
+};
 const auto addProduct = RULE(auto a, auto b) {
     using P = Part<decltype(d)>;
     if constexpr (std::is_integral_v<P>) return scaled<P>(W(d) + W(a) * W(b), v.sf);
@@ -244,6 +248,7 @@ std::map<std::string, Oracle> oracles() {
     O(Div_Round_8u_Sfs, div), O(Div_Round_16s_Sfs, div), O(Div_Round_16u_Sfs, div);
     O(AddProduct_16s_Sfs, addProduct), O(AddProduct_16s32s_Sfs, addProduct), O(AddProduct_32s_Sfs, addProduct),
         O(AddProduct_32f, addProduct), O(AddProduct_64f, addProduct), O(AddProductC_32f, addProduct);
+    O2(Abs_16s, absOp), O2(Abs_32s, absOp), O2(Abs_32f, absOp), O2(Abs_64f, absOp);
     OS2(Sqr_8u, sqr), OS2(Sqr_16s, sqr), OS2(Sqr_16u, sqr), OS2(Sqr_16sc, sqr), O2(Sqr_32f, sqr), O2(Sqr_64f, sqr);
 #define LOGIC(t) O2(And_##t, andOp), O2(Or_##t, orOp), O2(Xor_##t, xorOp), O2(AndC_##t, andOp), O2(OrC_##t, orOp), \
                  O2(XorC_##t, xorOp), O2(Not_##t, notOp)
