@@ -1,5 +1,6 @@
-// Copy, Move, Set, Zero and Flip over every type (checks, lengths, guards
-// and in place are the shape table's); bit-string copies.
+// Move between overlapping ranges, the streaming fill, Flip and bit-string
+// copies (values, checks, lengths, guards and in place of Copy, Move, Set
+// and Zero are the shape table's).
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -19,10 +20,7 @@ struct Ops;
 #define ZVP_OPS(T)                                                                     \
     template <>                                                                        \
     struct Ops<Zvp##T> {                                                               \
-        static ZvpStatus copy(const Zvp##T* s, Zvp##T* d, int n) { return zvpsCopy_##T(s, d, n); } \
         static ZvpStatus move(const Zvp##T* s, Zvp##T* d, int n) { return zvpsMove_##T(s, d, n); } \
-        static ZvpStatus set(Zvp##T v, Zvp##T* d, int n) { return zvpsSet_##T(v, d, n); }          \
-        static ZvpStatus zero(Zvp##T* d, int n) { return zvpsZero_##T(d, n); }                     \
     };
 ZVP_OPS(8u)
 ZVP_OPS(16s)
@@ -42,24 +40,6 @@ class CopyFamily : public ::testing::Test {};
 using AllTypes = ::testing::Types<Zvp8u, Zvp16s, Zvp16sc, Zvp32s, Zvp32sc, Zvp32f, Zvp32fc,
                                   Zvp64s, Zvp64sc, Zvp64f, Zvp64fc>;
 TYPED_TEST_SUITE(CopyFamily, AllTypes);
-
-// Values (guards, lengths and alignment are the shape table's).
-TYPED_TEST(CopyFamily, CopySetAndZeroWriteTheirValues) {
-    using T = TypeParam;
-    using O = Ops<T>;
-    const int n = 130;
-    const std::size_t bytes = n * sizeof(T);
-    const auto src = zvp::test::randomBytes(bytes, 1);
-    std::vector<T> d(n);
-    ASSERT_EQ(O::copy(reinterpret_cast<const T*>(src.data()), d.data(), n), zvpStsNoErr);
-    EXPECT_EQ(std::memcmp(d.data(), src.data(), bytes), 0);
-    T v;
-    std::memcpy(&v, src.data() + 7, sizeof(T));
-    ASSERT_EQ(O::set(v, d.data(), n), zvpStsNoErr);
-    for (int i = 0; i < n; ++i) ASSERT_EQ(std::memcmp(&d[i], &v, sizeof(T)), 0) << i;
-    ASSERT_EQ(O::zero(d.data(), n), zvpStsNoErr);
-    EXPECT_EQ(std::memcmp(d.data(), std::vector<T>(n).data(), bytes), 0);
-}
 
 TYPED_TEST(CopyFamily, MoveHandlesOverlapBothWays) {
     using T = TypeParam;
@@ -83,15 +63,6 @@ TYPED_TEST(CopyFamily, MoveHandlesOverlapBothWays) {
             EXPECT_EQ(std::memcmp(b.data(), expect.data(), total), 0);
             EXPECT_TRUE(b.guardsIntact());
         }
-    }
-}
-
-TEST(Set, ComplexPairIsWrittenAsGiven) {
-    Zvp16sc d[5];
-    ASSERT_EQ(zvpsSet_16sc(Zvp16sc{1, -1}, d, 5), zvpStsNoErr);
-    for (const auto& z : d) {
-        EXPECT_EQ(z.re, 1);
-        EXPECT_EQ(z.im, -1);
     }
 }
 

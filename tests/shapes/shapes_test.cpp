@@ -2,6 +2,7 @@
 // checks every export shares run over it (see shapes.h). Family tests keep
 // only what is particular to a family.
 #include "shapes.h"
+#include "wide_int.h"
 
 #include <algorithm>
 #include <cfloat>
@@ -10,6 +11,7 @@
 namespace {
 
 using namespace zvp::test;
+using zvp::test::Mode;
 
 #define VV(f) vv(#f, zvps##f)
 #define ACC(f) vv(#f, zvps##f, true)
@@ -59,10 +61,12 @@ Row normalize(const char* n, ZvpStatus (*f)(const A*, D*, int, C, E, S...)) {
 }
 #define NORM(f) normalize(#f, zvps##f)
 
-// Shift counts: the shortcuts (0 copies, the width and above zero or fill
-// with the sign), ordinary counts, and negative ones (-32).
+// Shift counts: every count up to past the width (0 copies, the width and
+// above zero or fill with the sign), far ones, and negative ones (-32).
 Row shift(Row r, int width) {
-    return r.tryConstants({1, 0, 2, width - 1, width, width + 1, 40, INT_MAX, -1, INT_MIN}).refuse([](const Vals& v) {
+    std::vector<std::int64_t> counts = {1, 40, INT_MAX, -1, INT_MIN};
+    for (int k = 0; k <= width + 3; ++k) counts.push_back(k);
+    return r.tryConstants(counts).refuse([](const Vals& v) {
         return constant<int>(v, 0) < 0 ? zvpStsShiftErr : zvpStsNoErr;
     });
 }
@@ -77,6 +81,181 @@ Rule roundMode() {
 std::vector<Row> family(const char* name, std::vector<Row> rows) {
     for (Row& r : rows) r.family = name;
     return rows;
+}
+
+
+// ---- Oracles ------------------------------------------------------------------------
+//
+// Integer results: the exact value (wide_int.h) times 2^-sf, to nearest
+// with ties to even, saturated. Real float results: the one IEEE operation
+// the form performs, evaluated here in the element type.
+
+template <class T>
+Wide W(T x) {
+    if constexpr (std::is_signed_v<T>) return Wide::of(x);
+    else return Wide::ofU(x);
+}
+template <class T>
+using Part = typename PartOf<T>::type;
+template <class X>
+auto re(X x) {
+    if constexpr (PartOf<X>::parts == 2) return x.re;
+    else return x;
+}
+template <class X>
+auto im(X x) {  // a real operand serves both parts
+    if constexpr (PartOf<X>::parts == 2) return x.im;
+    else return x;
+}
+template <class P, class X>
+auto val(X x) {  // integers exactly, floats in the result's type
+    if constexpr (std::is_integral_v<X>) return W(x);
+    else return P(x);
+}
+template <class P, class R>
+P fin(const R& r, const Vals& v) {
+    if constexpr (std::is_integral_v<P>) return scaled<P>(r, v.sf);
+    else if constexpr (std::is_same_v<R, Wide>) return P(r.low64());  // an exact integer rounded once
+    else return P(r);
+}
+// op part by part on exact (or IEEE) operands, then scaled.
+template <class D, class F, class... X>
+D parts(F op, const Vals& v, X... x) {
+    using P = Part<D>;
+    if constexpr (PartOf<D>::parts == 2) return D{fin<P>(op(val<P>(re(x))...), v), fin<P>(op(val<P>(im(x))...), v)};
+    else return fin<P>(op(val<P>(x)...), v);
+}
+template <class D>
+D subst(D n) {  // what a zero divisor gives
+    return n == 0 ? D(0) : n > 0 ? std::numeric_limits<D>::max() : std::numeric_limits<D>::min();
+}
+// n / m; integers exactly, rounded by the row's mode (to nearest even by default).
+template <class D, class N, class M>
+D divide(N n, M m, const Vals& v) {
+    using P = Part<D>;
+    const Mode mode = v.mode == 0 ? Mode::TowardZero : v.mode == 2 ? Mode::HalfAway : Mode::NearestEven;
+    if constexpr (PartOf<D>::parts == 2) {  // n conj(m) / |m|^2, each part rounded once
+        const Wide den = W(m.re) * W(m.re) + W(m.im) * W(m.im);
+        if (den.isZero()) return D{subst<P>(n.re), subst<P>(n.im)};
+        return D{quotient<P>(W(n.re) * W(m.re) + W(n.im) * W(m.im), den, v.sf, mode),
+                 quotient<P>(W(n.im) * W(m.re) - W(n.re) * W(m.im), den, v.sf, mode)};
+    } else if constexpr (std::is_integral_v<P>) {
+        return m == 0 ? subst<D>(D(n)) : quotient<D>(W(n), W(m), v.sf, mode);
+    } else {
+        return D(n / m);
+    }
+}
+
+#define RULE(...) [](auto d, __VA_ARGS__, [[maybe_unused]] const Vals& v) -> decltype(d)
+#define EACH(expr) parts<decltype(d)>([](auto x, auto y) { return expr; }, v, a, b)
+const auto add = RULE(auto a, auto b) { return EACH(x + y); };
+const auto sub = RULE(auto a, auto b) { return EACH(x - y); };
+const auto rsub = RULE(auto a, auto b) { return EACH(y - x); };  // vector Sub: second minus first
+const auto mul = RULE(auto a, auto b) {
+    if constexpr (PartOf<decltype(a)>::parts == 2 && PartOf<decltype(b)>::parts == 2) {
+        using P = Part<decltype(d)>;
+        return {scaled<P>(W(a.re) * W(b.re) - W(a.im) * W(b.im), v.sf), scaled<P>(W(a.re) * W(b.im) + W(a.im) * W(b.re), v.sf)};
+    } else {
+        return EACH(x * y);
+    }
+};
+const auto sqr = RULE(auto a) { return mul(d, a, a, v); };
+const auto absOp = RULE(auto a) {  // integers saturate: |min| is max
+    if constexpr (std::is_integral_v<decltype(a)>) return scaled<decltype(d)>(W(a).abs(), 0);
+    else return std::fabs(a);
+};
+const auto addProduct = RULE(auto a, auto b) {
+    using P = Part<decltype(d)>;
+    if constexpr (std::is_integral_v<P>) return scaled<P>(W(d) + W(a) * W(b), v.sf);
+    else return d + a * b;
+};
+const auto div = RULE(auto a, auto b) { return divide<decltype(d)>(b, a, v); };
+const auto div16u = RULE(auto a, auto b) {  // below -31 every non-zero divisor gives the maximum
+    return v.sf < -31 && a != 0 ? decltype(d)(65535) : divide<decltype(d)>(b, a, v);
+};
+const auto divc = RULE(auto a, auto c) {
+    if constexpr (std::is_floating_point_v<decltype(c)>) return a * (1 / c);  // by the reciprocal, deliberately
+    else return divide<decltype(d)>(a, c, v);
+};
+const auto divcRev = RULE(auto a, auto c) { return divide<decltype(d)>(c, a, v); };
+const auto andOp = RULE(auto a, auto b) { return a & b; };
+const auto orOp = RULE(auto a, auto b) { return a | b; };
+const auto xorOp = RULE(auto a, auto b) { return a ^ b; };
+const auto notOp = RULE(auto a) { return ~a; };
+// Counts of the width and above give 0 (or the sign for arithmetic right shifts).
+const auto lshift = RULE(auto a, int k) { return k >= int(8 * sizeof a) ? 0 : (unsigned long long)a << k; };
+const auto rshift = RULE(auto a, int k) {
+    constexpr int w = 8 * sizeof a;
+    if constexpr (std::is_signed_v<decltype(a)>) return a >> (k >= w ? w - 1 : k);
+    else return k >= w ? 0 : a >> k;
+};
+const auto copy = RULE(auto a) { return a; };
+const auto setC = RULE(auto, auto c) { return c; };
+const auto zero = RULE(auto) { return decltype(d){}; };
+// A double constant times a 64-bit integer, exactly: c = m 2^(e-53) with an integer m.
+const auto mul64f64s = RULE(auto x, double c) {
+    if (std::isnan(c)) return 0;
+    if (std::isinf(c)) return x == 0 ? 0 : (x < 0) != (c < 0) ? INT64_MIN : INT64_MAX;
+    int e = 0;
+    const double m = std::ldexp(std::frexp(c, &e), 53);
+    const std::int64_t s = std::int64_t(v.sf) - (e - 53);
+    return scaled<Zvp64s>(Wide::of(std::int64_t(m)) * W(x), int(std::clamp<std::int64_t>(s, -300, 300)));
+};
+// The product exact in double, times 2^-sf, to nearest even, saturated; NaN gives 0.
+const auto mul32f16s = RULE(float x, float c) {
+    const double p = double(x) * c;
+    if (std::isnan(p)) return 0;
+    if (std::isinf(p)) return p > 0 ? 32767 : -32768;
+    int e = 0;
+    const double m = std::ldexp(std::frexp(p, &e), 53);
+    const long long s = (long long)v.sf - (e - 53);
+    return scaled<Zvp16s>(Wide::of(std::int64_t(m)), int(std::clamp<long long>(s, -2000, 2000)));
+};
+// The single-precision product to the nearest integer, saturated; NaN gives 0.
+const auto mulLow32f16s = RULE(float x, float c) {
+    const float p = x * c;
+    return std::isnan(p) ? 0 : Zvp16s(std::fmin(std::fmax(std::nearbyint(p), -32768.0f), 32767.0f));
+};
+#undef EACH
+#undef RULE
+
+// The rows with an oracle, by name.
+std::map<std::string, Oracle> oracles() {
+    std::map<std::string, Oracle> o;
+#define O(f, rule) o[#f] = ora(zvps##f, rule)
+#define O2(b, rule) O(b, rule), O(b##_I, rule)
+#define OS2(b, rule) O(b##_Sfs, rule), O(b##_ISfs, rule)
+#define COPYO(t) O(Copy_##t, copy), O(Move_##t, copy), O(Set_##t, setC), O(Zero_##t, zero)
+    COPYO(8u), COPYO(16s), COPYO(16sc), COPYO(32s), COPYO(32sc), COPYO(32f), COPYO(32fc), COPYO(64s), COPYO(64sc),
+        COPYO(64f), COPYO(64fc);
+#define ADDSUB(t) OS2(Add_##t, add), OS2(AddC_##t, add), OS2(Sub_##t, rsub), OS2(SubC_##t, sub), OS2(SubCRev_##t, rsub)
+    ADDSUB(8u), ADDSUB(16s), ADDSUB(16u), ADDSUB(16sc), ADDSUB(32s), ADDSUB(32sc);
+    OS2(Add_64s, add), OS2(AddC_64s, add), OS2(AddC_64u, add), O2(Add_16s, add), O2(Add_16u, add), O2(Add_32u, add);
+    O(Add_8u16u, add), O(Add_16s32f, add), O(Add_16s32s_I, add), O(AddC_16s_I, add), O(SubC_16s_I, sub);
+    O2(Sub_16s, rsub), O(Sub_16s32f, rsub);
+#define ADDSUBF(t) O2(Add_##t, add), O2(AddC_##t, add), O2(Sub_##t, rsub), O2(SubC_##t, sub), O2(SubCRev_##t, rsub)
+    ADDSUBF(32f), ADDSUBF(64f), ADDSUBF(32fc), ADDSUBF(64fc);
+    OS2(Mul_8u, mul), O(Mul_8u16u, mul), O2(Mul_16s, mul), OS2(Mul_16s, mul), O(Mul_16s32f, mul), O(Mul_16s32s_Sfs, mul),
+        OS2(Mul_16u, mul), OS2(Mul_16u16s, mul), OS2(Mul_16sc, mul), OS2(Mul_32s, mul), O(Mul_Low_32s_Sfs, mul),
+        OS2(Mul_32s32sc, mul), OS2(Mul_32sc, mul), O2(Mul_32f, mul), O2(Mul_32f32fc, mul), O2(Mul_64f, mul);
+    OS2(MulC_8u, mul), O(MulC_16s_I, mul), OS2(MulC_16s, mul), OS2(MulC_16u, mul), OS2(MulC_16sc, mul),
+        OS2(MulC_32s, mul), OS2(MulC_32sc, mul), O(MulC_64s_ISfs, mul), O2(MulC_32f, mul), O2(MulC_64f, mul);
+    O(MulC_64f64s_ISfs, mul64f64s), O(MulC_32f16s_Sfs, mul32f16s), O(MulC_Low_32f16s, mulLow32f16s);
+    OS2(Div_8u, div), OS2(Div_16s, div), OS2(Div_16u, div16u), OS2(Div_16sc, div), OS2(Div_32s, div),
+        OS2(Div_32s16s, div), O2(Div_32f, div), O2(Div_64f, div);
+    OS2(DivC_8u, divc), OS2(DivC_16s, divc), OS2(DivC_16u, divc), OS2(DivC_16sc, divc), O(DivC_64s_ISfs, divc),
+        O2(DivC_32f, divc), O2(DivC_64f, divc), O2(DivCRev_16u, divcRev), O2(DivCRev_32f, divcRev);
+    O(Div_Round_8u_Sfs, div), O(Div_Round_16s_Sfs, div), O(Div_Round_16u_Sfs, div);
+    O(AddProduct_16s_Sfs, addProduct), O(AddProduct_16s32s_Sfs, addProduct), O(AddProduct_32s_Sfs, addProduct),
+        O(AddProduct_32f, addProduct), O(AddProduct_64f, addProduct), O(AddProductC_32f, addProduct);
+    O2(Abs_16s, absOp), O2(Abs_32s, absOp), O2(Abs_32f, absOp), O2(Abs_64f, absOp);
+    OS2(Sqr_8u, sqr), OS2(Sqr_16s, sqr), OS2(Sqr_16u, sqr), OS2(Sqr_16sc, sqr), O2(Sqr_32f, sqr), O2(Sqr_64f, sqr);
+#define LOGIC(t) O2(And_##t, andOp), O2(Or_##t, orOp), O2(Xor_##t, xorOp), O2(AndC_##t, andOp), O2(OrC_##t, orOp), \
+                 O2(XorC_##t, xorOp), O2(Not_##t, notOp)
+    LOGIC(8u), LOGIC(16u), LOGIC(32u);
+#define SHIFTS(t) O2(LShiftC_##t, lshift), O2(RShiftC_##t, rshift)
+    SHIFTS(8u), SHIFTS(16s), SHIFTS(16u), SHIFTS(32s);
+    return o;
 }
 
 std::vector<Row> buildTable() {
@@ -157,6 +336,10 @@ const std::vector<Row>& table() {
     static const std::vector<Row> rows = [] {
         std::vector<Row> r = buildTable();
         pairTwins(r);
+        auto o = oracles();
+        for (Row& x : r)
+            if (auto it = o.find(x.name); it != o.end()) x.oracle = it->second, o.erase(it);
+        EXPECT_TRUE(o.empty()) << o.begin()->first << " is not a row";
         return r;
     }();
     return rows;
@@ -205,6 +388,12 @@ TEST_P(Shapes, IntegerResultsIgnoreCallerRoundingAndFlushModes) { forEach(checkR
 TEST_P(Shapes, LongLengthsProcessedToTheEnd) {
     forEach([](const Row& r) {
         if (r.flags & (kLong | kLongForward)) checkLong(r);
+    });
+}
+
+TEST_P(Shapes, ResultsMatchTheOracle) {
+    forEach([](const Row& r) {
+        if (r.oracle) checkOracle(r);
     });
 }
 

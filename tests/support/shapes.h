@@ -13,7 +13,10 @@
 //               flush-to-zero or denormals-are-zero, and the caller's
 //               control word comes back as it was;
 //   long        a length of 2^30 (2^31 reals, or more than 2^31 bytes) is
-//               processed to the end.
+//               processed to the end;
+//   oracle      rows with an oracle: every element equals the oracle's exact
+//               value, over random values of every magnitude, every pair of
+//               extremes and scale factors across every threshold.
 // Every successful call also finds the guard bytes around its buffers intact
 // and its sources unchanged.
 #pragma once
@@ -91,17 +94,23 @@ P drawPart(std::mt19937_64& g, Draw d, int pick = -1) {
         if (pick >= 0) return e[pick % ne];
         if (ext) return e[g() % ne];
         const double u = double(g() >> 11) * 0x1p-53;  // [0, 1)
-        switch (g() % 4) {
+        switch (g() % 5) {
             case 0: return P(int(g() % 81) - 40);
             case 1: return P(8 * u - 4);
+            case 2: return P(std::ldexp(2 * u - 1, int(g() % 161) - 80));  // any moderate magnitude
             default: return P(2000 * u - 1000);
         }
     } else {
         const P e[] = {L::min(), P(L::min() + 1), P(0), P(1), P(2), P(L::max() - 1), L::max(), P(-1)};
         if (pick >= 0) return e[pick % 8];
         if (ext) return e[g() % 8];
-        if (g() % 4 == 0) return P(std::int64_t(g() % 41) - (std::is_signed_v<P> ? 20 : 0));
-        return P(g() >> (g() % 2 ? 0 : 40));
+        P x;
+        switch (g() % 4) {
+            case 0: x = P(g() % 41); break;
+            case 1: x = P(P(std::uint64_t(1) << (g() % L::digits)) + P(int(g() % 3) - 1)); break;  // 2^k, 2^k +- 1
+            default: x = P(g() >> (g() % 64));  // every magnitude
+        }
+        return std::is_signed_v<P> && g() % 2 ? P(-x) : x;
     }
 }
 
@@ -168,6 +177,9 @@ enum Flags : unsigned {
 
 using Call = std::function<ZvpStatus(void* const*, int, const Vals&)>;
 using Rule = std::function<ZvpStatus(const Vals&)>;
+// Given one element of every argument (an in-place vector holding its old
+// value), writes what every destination must hold.
+using Oracle = std::function<void(void* const*, const Vals&)>;
 
 struct Row {
     std::string name, family;
@@ -179,6 +191,7 @@ struct Row {
     Rule rule;                            // status for values the export refuses, 0 if accepted
     std::vector<std::int64_t> constList;  // integer constants to try instead of drawn ones
     const Row* twin = nullptr;            // the out-of-place form of an in-place row
+    Oracle oracle;                        // the exact element rule, if the row has one
 
     Row& with(unsigned f) {
         flags |= f;
@@ -309,6 +322,40 @@ Row sum(const char* n, ZvpStatus (*f)(const A*, int, D*)) {
 }
 #undef ZVP_P
 
+// Oracles from one generic rule f(old destination, operands..., values),
+// returning the destination element. The operands are the sources and
+// constants in the order of the out-of-place form: an in-place vector is
+// the first operand (X_I(c, v) is X(v, c, v)), except that a four-operand
+// rule on source-and-vector forms reads it as the second (X_I(a, v) is
+// X(a, v, v)).
+#define ZVP_E(k, T) (*static_cast<T*>(p[k]))
+template <class A, class B, class D, class... S, class F>
+Oracle ora(ZvpStatus (*)(const A*, const B*, D*, int, S...), F f) {
+    return [f](void* const* p, const Vals& v) { ZVP_E(2, D) = f(ZVP_E(2, D), ZVP_E(0, const A), ZVP_E(1, const B), v); };
+}
+template <class A, class C, class D, class... S, class F>
+Oracle ora(ZvpStatus (*)(const A*, C, D*, int, S...), F f) {
+    return [f](void* const* p, const Vals& v) { ZVP_E(1, D) = f(ZVP_E(1, D), ZVP_E(0, const A), constant<C>(v, 0), v); };
+}
+template <class A, class D, class... S, class F>
+Oracle ora(ZvpStatus (*)(const A*, D*, int, S...), F f) {
+    return [f](void* const* p, const Vals& v) {
+        D& d = ZVP_E(1, D);
+        if constexpr (std::is_invocable_v<F, D, A, D, const Vals&>) d = f(d, ZVP_E(0, const A), d, v);
+        else d = f(d, ZVP_E(0, const A), v);
+    };
+}
+template <class C, class D, class... S, class F>
+Oracle ora(ZvpStatus (*)(C, D*, int, S...), F f) {
+    return [f](void* const* p, const Vals& v) { ZVP_E(0, D) = f(ZVP_E(0, D), ZVP_E(0, D), constant<C>(v, 0), v); };
+}
+template <class D, class... S, class F>
+    requires(!std::is_const_v<D>)
+Oracle ora(ZvpStatus (*)(D*, int, S...), F f) {
+    return [f](void* const* p, const Vals& v) { ZVP_E(0, D) = f(ZVP_E(0, D), ZVP_E(0, D), v); };
+}
+#undef ZVP_E
+
 // ---- Values each check runs with -------------------------------------------------
 
 inline std::uint32_t seedOf(const std::string& s) {
@@ -389,10 +436,10 @@ inline Cases valueCases(const Row& r, bool full) {
             continue;
         }
         unsigned char b[16];
-        for (int i = 0; i < 2; ++i) {
-            t.draw(b, 1, g, Draw::Ordinary);
+        for (int i = 0; i < 3; ++i) {
+            t.draw(b, 1, g, i < 2 ? Draw::Ordinary : Draw::Mixed);
             add(b);
-            if (t.complex) {  // purely real, purely imaginary
+            if (t.complex && i < 2) {  // purely real, purely imaginary
                 std::memset(b + t.size / 2 * i, 0, t.size / 2);
                 add(b);
             }
@@ -790,6 +837,86 @@ inline void checkLong(const Row& r) {
 #else
     (void)r;
 #endif
+}
+
+// ---- oracle ------------------------------------------------------------------------
+
+// Scale factors for the oracle: every one from -70 to 70 (every fourth in a
+// quick run) with all of +-2 around each threshold of the scale paths, and
+// far beyond on both sides.
+inline std::vector<int> oracleScaleFactors() {
+    std::vector<int> v = {INT_MIN, INT_MIN + 1, -100000, -1200, -1075, -200, 200, 1100, 100000, INT_MAX};
+    for (int t : {-128, 126})
+        for (int d = -2; d <= 2; ++d) v.push_back(t + d);
+    for (int sf = -70; sf <= 70; ++sf) {
+        bool near = false;
+        for (int t : {0, 8, 15, 16, 30, 31, 32, 62, 63, 64})
+            near = near || std::abs(std::abs(sf) - t) <= 2;
+        if (near || !quickRun() || sf % 4 == 0) v.push_back(sf);
+    }
+    return v;
+}
+
+// Every element of the result equals the oracle's, on ordinary values,
+// mixed ones and every combination of extremes over the sources; the first
+// two constants at every scale factor, the others at one of each path.
+inline void checkOracle(const Row& r) {
+    const Cases cs = valueCases(r, false);
+    std::vector<std::size_t> reads;
+    for (std::size_t i = 0; i < r.args.size(); ++i)
+        if (r.args[i].role != Role::Out) reads.push_back(i);
+    // Every combination of extremes (at most 512 elements).
+    std::vector<std::vector<unsigned char>> grid(r.args.size());
+    int gridN = 1;
+    for (std::size_t i : reads) gridN *= r.args[i].type->extremes;
+    if (gridN <= 512) {
+        for (std::size_t k = 0, stride = 1; k < reads.size(); ++k) {
+            const Type& t = *r.args[reads[k]].type;
+            grid[reads[k]].resize(std::size_t(gridN) * t.size);
+            for (int e = 0; e < gridN; ++e) t.extreme(grid[reads[k]].data() + e * t.size, int(e / stride % t.extremes));
+            stride *= t.extremes;
+        }
+    }
+    int k = 0, constantsSeen = 0;
+    for (Vals v : cs.good) {
+        if (v.sf != 0) continue;
+        const std::vector<int> sfs = !r.sf ? std::vector<int>{0} : constantsSeen++ < 2 * (r.mode ? 3 : 1) ? oracleScaleFactors() : scaleFactors(false);
+        for (int sf : sfs) {
+            v.sf = sf;
+            if (r.refused(v) != zvpStsNoErr) continue;
+            std::mt19937_64 g(seedOf(r.name) + 7717u * unsigned(k++));
+            const int draws = r.sf ? 2 : 6;  // more values where no scale factors multiply them
+            for (int d = 0; d <= draws; ++d) {
+                const int n = d < draws ? 70 : gridN;
+                if (d == draws && gridN > 512) continue;
+                const auto data = d < draws ? drawArgs(r, n, g, d % 2 ? Draw::Mixed : Draw::Ordinary) : grid;
+                Frame f(r, n, data);
+                const ZvpStatus st = f.run(n, v);
+                for (int i = 0; i < n; ++i) {
+                    std::vector<std::vector<unsigned char>> e(r.args.size());
+                    std::vector<void*> p;
+                    for (std::size_t a = 0; a < r.args.size(); ++a) {
+                        const std::size_t sz = r.args[a].type->size;
+                        e[a].assign(sz, 0);
+                        if (r.args[a].role != Role::Out) std::memcpy(e[a].data(), data[a].data() + i * sz, sz);
+                        p.push_back(e[a].data());
+                    }
+                    r.oracle(p.data(), v);
+                    for (std::size_t a = 0; a < r.args.size(); ++a) {
+                        const Arg& t = r.args[a];
+                        const unsigned char* got = f.buf[a]->data() + i * t.type->size;
+                        if (st < 0 || (t.role != Role::In && !sameValues(t.type, got, e[a].data(), t.type->size))) {
+                            std::string in;
+                            for (std::size_t b : reads) in += " " + hex(data[b].data() + i * r.args[b].type->size, r.args[b].type->size);
+                            ZVP_SHAPE_FAIL("oracle", r) << "element" << in << describe(v, r) << ": status " << st << ", got "
+                                                        << hex(got, t.type->size) << ", expected " << hex(e[a].data(), t.type->size);
+                            return;
+                        }
+                    }
+                }
+            }
+        }
+    }
 }
 
 }  // namespace zvp::test
