@@ -907,7 +907,7 @@ inline void checkOracle(const Row& r) {
                         const unsigned char* got = f.buf[a]->data() + i * t.type->size;
                         if (st < 0 || (t.role != Role::In && !sameValues(t.type, got, e[a].data(), t.type->size))) {
                             std::string in;
-                            for (std::size_t b : reads) in += " " + hex(data[b].data() + i * r.args[b].type->size, r.args[b].type->size);
+                            for (std::size_t b : reads) in.append(" ").append(hex(data[b].data() + i * r.args[b].type->size, r.args[b].type->size));
                             ZVP_SHAPE_FAIL("oracle", r) << "element" << in << describe(v, r) << ": status " << st << ", got "
                                                         << hex(got, t.type->size) << ", expected " << hex(e[a].data(), t.type->size);
                             return;
