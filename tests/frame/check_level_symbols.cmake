@@ -32,6 +32,7 @@ foreach(line IN LISTS lines)
   elseif(name MATCHES "^zvp[A-Za-z0-9_]*$")
   elseif(name MATCHES "^(_init|_fini|frame_dummy|register_tm_clones|deregister_tm_clones|__do_global_dtors_aux)$"
          OR name MATCHES "^_GLOBAL__sub_I_"
+         OR name MATCHES "^_sub_[DI]_[0-9]+_[0-9]+$"  # sanitizer module constructors
          OR name MATCHES "^__x86\\.get_pc_thunk\\."
          OR name MATCHES "^\\.L")  # assembler-local labels (i386 jump tables)
   else()
