@@ -58,18 +58,6 @@ struct Exact16s32f {
     }
 };
 
-// A kernel policy of the forms that runs a lane-wise rule Fn into a D
-// destination, two values at a time in the tail.
-template <class D, class Fn>
-struct Lanewise {
-    using type = D;
-    template <class A, class B>
-    static ZvpStatus run(A a, B b, D* d, std::ptrdiff_t n) {
-        form::lanewise<D, 2, Fn>(a, b, d, n);
-        return zvpStsNoErr;
-    }
-};
-
 // ---- Paths: the five ways of scaling R, on a lane L of T ------------------
 
 template <class T>

@@ -167,10 +167,10 @@ ZvpStatus zvpsAdd_32sc_ISfs(const Zvp32sc* pSrc, Zvp32sc* pSrcDst, int len, int 
     return form::vvIAsReals<Add32s>(pSrc, pSrcDst, len, scaleFactor);
 }
 ZvpStatus zvpsAdd_32u(const Zvp32u* pSrc1, const Zvp32u* pSrc2, Zvp32u* pDst, int len) {
-    return form::vv<addsub::Lanewise<Zvp32u, Sum32u>>(pSrc1, pSrc2, pDst, len);
+    return form::vv<form::Lanewise<Zvp32u, Sum32u>>(pSrc1, pSrc2, pDst, len);
 }
 ZvpStatus zvpsAdd_32u_I(const Zvp32u* pSrc, Zvp32u* pSrcDst, int len) {
-    return form::vvI<addsub::Lanewise<Zvp32u, Sum32u>>(pSrc, pSrcDst, len);
+    return form::vvI<form::Lanewise<Zvp32u, Sum32u>>(pSrc, pSrcDst, len);
 }
 ZvpStatus zvpsAdd_64s_Sfs(const Zvp64s* pSrc1, const Zvp64s* pSrc2, Zvp64s* pDst, int len, int scaleFactor) {
     return form::vv<Add64s>(pSrc1, pSrc2, pDst, len, scaleFactor);
@@ -206,13 +206,13 @@ ZvpStatus zvpsAdd_64fc_I(const Zvp64fc* pSrc, Zvp64fc* pSrcDst, int len) {
 // ---- Add: mixed types ------------------------------------------------------
 
 ZvpStatus zvpsAdd_8u16u(const Zvp8u* pSrc1, const Zvp8u* pSrc2, Zvp16u* pDst, int len) {
-    return form::vv<addsub::Lanewise<Zvp16u, Sum8u16u>>(pSrc1, pSrc2, pDst, len);
+    return form::vv<form::Lanewise<Zvp16u, Sum8u16u>>(pSrc1, pSrc2, pDst, len);
 }
 ZvpStatus zvpsAdd_16s32f(const Zvp16s* pSrc1, const Zvp16s* pSrc2, Zvp32f* pDst, int len) {
-    return form::vv<addsub::Lanewise<Zvp32f, addsub::Exact16s32f<Op::Add>>>(pSrc1, pSrc2, pDst, len);
+    return form::vv<form::Lanewise<Zvp32f, addsub::Exact16s32f<Op::Add>>>(pSrc1, pSrc2, pDst, len);
 }
 ZvpStatus zvpsAdd_16s32s_I(const Zvp16s* pSrc, Zvp32s* pSrcDst, int len) {
-    return form::vvI<addsub::Lanewise<Zvp32s, Sum32s16s>>(pSrc, pSrcDst, len);
+    return form::vvI<form::Lanewise<Zvp32s, Sum32s16s>>(pSrc, pSrcDst, len);
 }
 
 // ---- AddC: vector + constant (a zero constant at scale factor 0 copies) -----

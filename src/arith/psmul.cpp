@@ -248,16 +248,6 @@ struct Mul16s32fFn {
         return L::fromI32(S::mulWideLo(a.template load<S>(i), b.template load<S>(i)));
     }
 };
-template <class D, class Fn>
-struct Lanewise {
-    using type = D;
-    template <class A, class B>
-    static ZvpStatus run(A a, B b, D* d, std::ptrdiff_t n) {
-        form::lanewise<D, 2, Fn>(a, b, d, n);
-        return zvpStsNoErr;
-    }
-};
-
 // 32sc: every part through the 128-bit form of the rule; i counts parts.
 struct Mul32scK {
     using type = Zvp32s;
@@ -307,7 +297,7 @@ ZvpStatus zvpsMulC_8u_ISfs(Zvp8u val, Zvp8u* pSrcDst, int len, int scaleFactor) 
     return form::vcI<Mul8uK>(val, pSrcDst, len, scaleFactor);
 }
 ZvpStatus zvpsMul_8u16u(const Zvp8u* pSrc1, const Zvp8u* pSrc2, Zvp16u* pDst, int len) {
-    return form::vv<Lanewise<Zvp16u, Mul8u16uFn>>(pSrc1, pSrc2, pDst, len);
+    return form::vv<form::Lanewise<Zvp16u, Mul8u16uFn>>(pSrc1, pSrc2, pDst, len);
 }
 
 // ---- 16s -----------------------------------------------------------------------------
@@ -334,7 +324,7 @@ ZvpStatus zvpsMulC_16s_I(Zvp16s val, Zvp16s* pSrcDst, int len) {
     return form::vcI<Mul16sK>(val, pSrcDst, len);
 }
 ZvpStatus zvpsMul_16s32f(const Zvp16s* pSrc1, const Zvp16s* pSrc2, Zvp32f* pDst, int len) {
-    return form::vv<Lanewise<Zvp32f, Mul16s32fFn>>(pSrc1, pSrc2, pDst, len);
+    return form::vv<form::Lanewise<Zvp32f, Mul16s32fFn>>(pSrc1, pSrc2, pDst, len);
 }
 ZvpStatus zvpsMul_16s32s_Sfs(const Zvp16s* pSrc1, const Zvp16s* pSrc2, Zvp32s* pDst, int len, int scaleFactor) {
     return form::vv<Mul16s32sK>(pSrc1, pSrc2, pDst, len, scaleFactor);

@@ -99,7 +99,7 @@ ZvpStatus zvpsSub_64fc_I(const Zvp64fc* pSrc, Zvp64fc* pSrcDst, int len) {
     return form::vvI<Sub64f>(pSrc, pSrcDst, len);
 }
 ZvpStatus zvpsSub_16s32f(const Zvp16s* pSrc1, const Zvp16s* pSrc2, Zvp32f* pDst, int len) {
-    return form::vvRev<addsub::Lanewise<Zvp32f, addsub::Exact16s32f<Op::Sub>>>(pSrc1, pSrc2, pDst, len);
+    return form::vvRev<form::Lanewise<Zvp32f, addsub::Exact16s32f<Op::Sub>>>(pSrc1, pSrc2, pDst, len);
 }
 
 // ---- SubC: vector - constant; SubCRev: constant - vector -------------------

@@ -100,6 +100,18 @@ inline void lanewise(A a, B b, D* d, std::ptrdiff_t n) {
     for (; i < n; ++i) S::store(d + i, at.template operator()<S>(i));
 }
 
+// The kernel policy of the forms for a lane-wise rule Fn into a D
+// destination, two full vectors a step.
+template <class D, class Fn>
+struct Lanewise {
+    using type = D;
+    template <class A, class B>
+    static ZvpStatus run(A a, B b, D* d, std::ptrdiff_t n) {
+        lanewise<D, 2, Fn>(a, b, d, n);
+        return zvpStsNoErr;
+    }
+};
+
 // d[i] = fn.at<L>(i) over n values of D, for a kernel object fn whose at<L>
 // loads what the L::N destination values from i on need and returns their
 // lane: two body lanes of V values per step (loads before stores; a full
