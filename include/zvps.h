@@ -18,6 +18,10 @@
 #include "zvps_muldiv.h"
 #include "zvps_powers.h"
 #include "zvps_logic.h"
+#include "zvps_convert.h"
+#include "zvps_threshold.h"
+#include "zvps_cplx.h"
+#include "zvps_companding.h"
 #include "zvps_fft.h"
 #include "zvps_fftreal.h"
 

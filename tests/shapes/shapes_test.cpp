@@ -329,6 +329,11 @@ std::vector<Row> buildTable() {
     std::vector<Row> all;
     for (auto& f : fams)
         for (auto& r : f) all.push_back(std::move(r));
+    for (const ShapeFamily& f : shapeFamilies())
+        for (Row& r : f.rows()) {
+            r.family = f.name;
+            all.push_back(std::move(r));
+        }
     return all;
 }
 
@@ -345,18 +350,27 @@ const std::vector<Row>& table() {
     return rows;
 }
 
+const char* const kFamilies[] = {"copy", "addsub", "muldiv", "powers", "logic", "packed"};
+
+std::vector<std::string> familyNames() {
+    std::vector<std::string> v(std::begin(kFamilies), std::end(kFamilies));
+    for (const ShapeFamily& f : shapeFamilies()) v.push_back(f.name);
+    return v;
+}
+
 TEST(ShapeTable, CoversEveryElementWiseExportOnce) {
     std::map<std::string, int> seen;
-    int twins = 0;
+    int rows = 0, twins = 0;
     for (const Row& r : table()) {
         EXPECT_EQ(++seen[r.name], 1) << r.name;
-        twins += r.twin != nullptr;
+        if (std::find(std::begin(kFamilies), std::end(kFamilies), r.family) != std::end(kFamilies))
+            ++rows, twins += r.twin != nullptr;
     }
-    EXPECT_EQ(seen.size(), 462u);
+    EXPECT_EQ(rows, 462);
     EXPECT_EQ(twins, 181);  // every in-place form with an out-of-place twin of the same types
 }
 
-class Shapes : public ::testing::TestWithParam<const char*> {
+class Shapes : public ::testing::TestWithParam<std::string> {
 protected:
     template <class F>
     void forEach(F check) {
@@ -397,7 +411,9 @@ TEST_P(Shapes, ResultsMatchTheOracle) {
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Families, Shapes, ::testing::Values("copy", "addsub", "muldiv", "powers", "logic", "packed"),
-                         [](const auto& info) { return std::string(info.param); });
+// The families registered from other files are known by the time the
+// generator runs (after static initialisation).
+INSTANTIATE_TEST_SUITE_P(Families, Shapes, ::testing::ValuesIn(familyNames()),
+                         [](const auto& info) { return info.param; });
 
 }  // namespace

@@ -155,7 +155,7 @@ struct Arg {
 
 // The values an export takes besides pointers and length.
 struct Vals {
-    alignas(16) unsigned char c[2][16] = {};
+    alignas(16) unsigned char c[4][16] = {};
     int sf = 0;
     int mode = 1;
 };
@@ -199,6 +199,10 @@ struct Row {
     }
     Row& refuse(Rule r) {
         rule = std::move(r);
+        return *this;
+    }
+    Row& withOracle(Oracle o) {
+        oracle = std::move(o);
         return *this;
     }
     Row& tryConstants(std::vector<std::int64_t> v) {
@@ -917,6 +921,27 @@ inline void checkOracle(const Row& r) {
             }
         }
     }
+}
+
+// ---- The table ----------------------------------------------------------------------
+//
+// Each family lists its rows in its own file under tests/shapes/ and
+// registers them once:
+//   const bool registered = addShapeFamily("convert", [] { return std::vector<Row>{...}; });
+// Every check of shapes_test.cpp then runs over them as test suite
+// Families/Shapes.<check>/<family>. A row carries its oracle (withOracle)
+// when it has one.
+struct ShapeFamily {
+    std::string name;
+    std::vector<Row> (*rows)();
+};
+inline std::vector<ShapeFamily>& shapeFamilies() {
+    static std::vector<ShapeFamily> f;
+    return f;
+}
+inline bool addShapeFamily(std::string name, std::vector<Row> (*rows)()) {
+    shapeFamilies().push_back({std::move(name), rows});
+    return true;
 }
 
 }  // namespace zvp::test
