@@ -5,7 +5,7 @@
 # ZVP_SANITIZERS=0 leaves it out.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-tools/ensure-packages.sh cmake ninja-build g++ make gcc-multilib g++-multilib googletest pkg-config binutils
+tools/ensure-packages.sh cmake ninja-build g++ make gcc-multilib g++-multilib googletest pkg-config binutils libspandsp-dev
 
 presets=(x64 i386)
 if [ "${ZVP_SANITIZERS:-1}" != 0 ]; then presets+=(asan); fi
