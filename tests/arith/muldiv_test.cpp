@@ -216,13 +216,10 @@ TEST(MulDivFloatComplex, ProductsAndQuotients) {
     });
 }
 
-TEST(MulDivFloatComplex, RealTimesComplexAndConstants) {
+TEST(MulDivFloatComplex, ComplexConstants) {
     const int n = 67;
-    const auto r = randomFloats<float>(n + 4, 41, 30), c = randomFloats<float>(2 * n + 8, 42, 30);
+    const auto c = randomFloats<float>(2 * n + 8, 42, 30);
     const auto* cc = reinterpret_cast<const Zvp32fc*>(c.data());
-    std::vector<Zvp32fc> d(n);
-    ASSERT_EQ(zvpsMul_32f32fc(r.data(), cc, d.data(), n), zvpStsNoErr);
-    for (int i = 0; i < n; ++i) EXPECT_TRUE(sameBits(d[i].re, r[i] * cc[i].re) && sameBits(d[i].im, r[i] * cc[i].im)) << i;
     // MulC and DivC with complex constants; DivC multiplies by 1/c.
     const Zvp32fc k32 = {0.75f, -1.25f};
     const Zvp64fc k64 = {-3.5, 1e-3};

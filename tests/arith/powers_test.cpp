@@ -1,4 +1,4 @@
-// Abs, Sqr, Sqrt, Cubrt, Exp, Ln, 10Log10, SumLn, Arctan and Normalize
+// Abs, Sqr, Sqrt, Cubrt, Exp, Ln, 10Log10, SumLn and Arctan
 // through the exported functions: warnings, integer results against exact oracles (integer search for
 // roots, long double for the transcendental functions, skipping the rare
 // values the long double oracle cannot decide), float results within stated
@@ -152,6 +152,42 @@ TEST(Floats, UnaryFormsWithinTheirBounds) {
     within("Ln_64f32f", zvpsLn_64f32f, ::logl, 1e-3, 1e4, 0.5L + 1e-6L, [](double v) { return std::pow(v, 7.3); });
     within("Arctan_32f", zvpsArctan_32f, ::atanl, -30, 30, 4.0L);
     within("Arctan_64f", zvpsArctan_64f, ::atanl, -30, 30, 1.0L, [](double v) { return v * v * v; });
+}
+
+// Special values, each in a vector of five so the vector body and the tail
+// both meet it: exact results (zeros with their sign, infinities, NaN), then
+// values near overflow, underflow and the polynomials' range ends within the
+// form's bound.
+using Fn32 = ZvpStatus (*)(const Zvp32f*, Zvp32f*, int);
+Zvp32f atFive(Fn32 f, Zvp32f x) {
+    Zvp32f in[5] = {x, x, x, x, x}, out[5];
+    EXPECT_EQ(f(in, out, 5), zvpStsNoErr);
+    for (int i = 1; i < 5; ++i) EXPECT_EQ(std::memcmp(&out[i], &out[0], 4), 0) << x;
+    return out[0];
+}
+
+TEST(Floats, SpecialValues) {
+    const float inf = std::numeric_limits<float>::infinity(), nan = std::numeric_limits<float>::quiet_NaN();
+    const struct { Fn32 f; float x, want; } exact[] = {
+        {zvpsCubrt_32f, -0.0f, -0.0f}, {zvpsCubrt_32f, 27, 3}, {zvpsCubrt_32f, -inf, -inf},
+        {zvpsExp_32f, 0, 1}, {zvpsExp_32f, -0.0f, 1}, {zvpsExp_32f, inf, inf}, {zvpsExp_32f, -inf, 0},
+        {zvpsExp_32f, nan, nan}, {zvpsExp_32f, 88.7229f, inf}, {zvpsExp_32f, -200, 0}, {zvpsExp_32f, 1e-30f, 1},
+        {zvpsLn_32f, 1, 0}, {zvpsLn_32f, 0, -inf}, {zvpsLn_32f, -0.0f, -inf}, {zvpsLn_32f, -1, nan},
+        {zvpsLn_32f, -inf, nan}, {zvpsLn_32f, inf, inf}, {zvpsLn_32f, nan, nan},
+        {zvpsArctan_32f, 0, 0}, {zvpsArctan_32f, -0.0f, -0.0f}, {zvpsArctan_32f, inf, 1.57079637f},
+        {zvpsArctan_32f, -inf, -1.57079637f}, {zvpsArctan_32f, nan, nan}};
+    for (const auto& c : exact) {
+        const Zvp32f r = atFive(c.f, c.x);
+        EXPECT_TRUE(std::isnan(c.want) ? std::isnan(r) : r == c.want && std::signbit(r) == std::signbit(c.want))
+            << c.x << " gives " << r;
+    }
+    const struct { Fn32 f; long double (*ref)(long double); long double ulps; std::vector<float> x; } near[] = {
+        {zvpsCubrt_32f, ::cbrtl, 1, {1e-40f}},
+        {zvpsExp_32f, ::expl, 4, {88.72283f, -87.33655f, -100.0f, -103.9f, -104.0f}},
+        {zvpsLn_32f, ::logl, 4, {1e-45f, 1.17549435e-38f, 3e-39f, 3.4e38f, 0.99999994f, 1.0000001f}},
+        {zvpsArctan_32f, ::atanl, 4, {1e-40f, 0.41421356f, 0.41421357f, 2.4142134f, 2.4142137f, 1.0f, -1e30f}}};
+    for (const auto& c : near)
+        for (float x : c.x) EXPECT_LE(ulpError(atFive(c.f, x), c.ref(x)), c.ulps) << x;
 }
 
 // ---- Abs -------------------------------------------------------------------------
@@ -347,15 +383,7 @@ TEST(Sqrt, ScaledComplexIntegers) {
 
 // ---- Cubrt -----------------------------------------------------------------------
 
-TEST(Cubrt, SpecialValuesAndScaledIntegersExact) {
-    const Zvp32f sp[4] = {-0.0f, 27.0f, -std::numeric_limits<float>::infinity(), 1e-40f};
-    Zvp32f r[4];
-    ASSERT_EQ(zvpsCubrt_32f(sp, r, 4), zvpStsNoErr);
-    EXPECT_TRUE(r[0] == 0.0f && std::signbit(r[0]));
-    EXPECT_EQ(r[1], 3.0f);
-    EXPECT_EQ(r[2], -std::numeric_limits<float>::infinity());
-    EXPECT_LE(ulpError(r[3], std::cbrt(static_cast<long double>(1e-40f))), 1.0L);
-
+TEST(Cubrt, ScaledIntegersExact) {
     std::vector<Zvp32s> s;
     for (std::int64_t c : {1, 2, 3, 4, 7, 8, 100, 1290}) {
         for (int dlt = -1; dlt <= 1; ++dlt) {
@@ -376,52 +404,48 @@ TEST(Cubrt, SpecialValuesAndScaledIntegersExact) {
 
 // ---- Exp -------------------------------------------------------------------------
 
-TEST(Exp, SpecialValues) {
-    const float inf = std::numeric_limits<float>::infinity();
-    const Zvp32f sp[] = {0.0f, -0.0f, inf, -inf, std::numeric_limits<float>::quiet_NaN(), 88.72283f, 88.7229f,
-                         -87.33655f, -100.0f, -103.9f, -104.0f, -200.0f, 1e-30f};
-    const int m = int(sizeof sp / sizeof sp[0]);
-    Zvp32f r[m];
-    ASSERT_EQ(zvpsExp_32f(sp, r, m), zvpStsNoErr);
-    EXPECT_EQ(r[0], 1.0f);
-    EXPECT_EQ(r[1], 1.0f);
-    EXPECT_EQ(r[2], inf);
-    EXPECT_EQ(r[3], 0.0f);
-    EXPECT_TRUE(std::isnan(r[4]));
-    EXPECT_LE(ulpError(r[5], std::exp(static_cast<long double>(sp[5]))), 4.0L);
-    EXPECT_EQ(r[6], inf);
-    for (int i = 7; i < 11; ++i) EXPECT_LE(ulpError(r[i], std::exp(static_cast<long double>(sp[i]))), 4.0L) << sp[i];
-    EXPECT_EQ(r[11], 0.0f);
-    EXPECT_EQ(r[12], 1.0f);
-}
-
-// e^x * 2^-sf rounded: long double has 64 significant bits, so its values
-// are trusted except within 2^-56 (relative) of a half-integer; values too
-// large for it to resolve (above 2^50) are checked to that precision only.
-template <class T>
-void checkExpScaled(ZvpStatus (*f)(const T*, T*, int, int), const std::vector<T>& src, const std::vector<int>& sfs) {
+// f(x) * 2^-sf rounded to nearest even and saturated, against the long
+// double value(x, sf) (NaN: the element gives the destination's minimum).
+// Long double has 64 significant bits, so its values are trusted except
+// within 2^-56 (relative) of a half-integer; values too large for it to
+// resolve (above 2^50) are checked to that precision only. At `exactAt`
+// the value is exact (e^0, ln 1) and never skipped.
+template <class S, class D, class V>
+void checkScaled(ZvpStatus (*f)(const S*, D*, int, int), const std::vector<S>& src, const std::vector<int>& sfs,
+                 S exactAt, V value) {
     const int n = int(src.size());
-    std::vector<T> dst(static_cast<std::size_t>(n));
-    const long double mx = static_cast<long double>(std::numeric_limits<T>::max());
+    std::vector<D> dst(static_cast<std::size_t>(n));
+    const long double mx = static_cast<long double>(std::numeric_limits<D>::max());
     int skipped = 0;
     for (int sf : sfs) {
-        ASSERT_EQ(f(src.data(), dst.data(), n, sf), zvpStsNoErr);
+        ASSERT_GE(f(src.data(), dst.data(), n, sf), zvpStsNoErr);
         for (int i = 0; i < n; ++i) {
-            const long double v = std::exp(static_cast<long double>(src[i]) - sf * 0.693147180559945309417232121458L);
+            const long double v = value(static_cast<long double>(src[i]), sf);
+            if (std::isnan(v)) {
+                ASSERT_EQ(dst[i], std::numeric_limits<D>::min()) << "x=" << src[i];
+                continue;
+            }
             bool amb;
-            const long double want = roundClamp(src[i] == 0 ? std::ldexp(1.0L, -sf) : v, 0, mx, 0x1p-56L, &amb);
-            if (amb && src[i] != 0) {
-                if (v < 0x1p50L) {
-                    ++skipped;
-                } else {
-                    ASSERT_LE(std::fabs(static_cast<long double>(dst[i]) - want), v * 0x1p-56L + 1) << src[i];
-                }
+            const long double want = roundClamp(v, 0, mx, 0x1p-56L, &amb);
+            if (amb && src[i] != exactAt) {
+                if (v < 0x1p50L) ++skipped;
+                else ASSERT_LE(std::fabs(static_cast<long double>(dst[i]) - want), v * 0x1p-56L + 1) << src[i];
                 continue;
             }
             ASSERT_EQ(static_cast<long double>(dst[i]), want) << "x=" << src[i] << " sf=" << sf;
         }
     }
     EXPECT_LT(skipped, 3);
+}
+template <class S, class D>
+void checkExpScaled(ZvpStatus (*f)(const S*, D*, int, int), const std::vector<S>& src, const std::vector<int>& sfs) {
+    checkScaled(f, src, sfs, S(0), [](long double x, int sf) {
+        return x == 0 ? std::ldexp(1.0L, -sf) : std::exp(x - sf * 0.693147180559945309417232121458L);
+    });
+}
+template <class S, class D>
+void checkLnScaled(ZvpStatus (*f)(const S*, D*, int, int), const std::vector<S>& src, const std::vector<int>& sfs) {
+    checkScaled(f, src, sfs, S(1), [](long double x, int sf) { return x <= 0 ? NAN : std::ldexp(std::log(x), -sf); });
 }
 
 TEST(Exp, ScaledIntegersCorrectlyRounded) {
@@ -449,21 +473,6 @@ TEST(Exp, ScaledIntegersCorrectlyRounded) {
 }
 
 // ---- Ln --------------------------------------------------------------------------
-
-TEST(Ln, SpecialValues) {
-    const float inf = std::numeric_limits<float>::infinity();
-    const Zvp32f sp[] = {1.0f, 0.0f, -0.0f, -1.0f, -inf, inf, std::numeric_limits<float>::quiet_NaN(),
-                         1e-45f, 1.17549435e-38f, 3e-39f, 3.4e38f, 0.99999994f, 1.0000001f};
-    const int m = int(sizeof sp / sizeof sp[0]);
-    Zvp32f r[m];
-    ASSERT_EQ(zvpsLn_32f(sp, r, m), zvpStsNoErr);
-    EXPECT_EQ(r[0], 0.0f);
-    EXPECT_EQ(r[1], -inf);
-    EXPECT_EQ(r[2], -inf);
-    EXPECT_TRUE(std::isnan(r[3]) && std::isnan(r[4]) && std::isnan(r[6]));
-    EXPECT_EQ(r[5], inf);
-    for (int i = 7; i < m; ++i) EXPECT_LE(ulpError(r[i], std::log(static_cast<long double>(sp[i]))), 4.0L) << sp[i];
-}
 
 TEST(Ln, Scaled16sLadderAndWarnings) {
     // The ladder's ends, step by step, at scale factor 0.
@@ -498,32 +507,6 @@ TEST(Ln, Scaled16sLadderAndWarnings) {
     EXPECT_EQ(e[0], 0);
     EXPECT_EQ(e[1], -32768);
     EXPECT_EQ(e[2], 6);  // 2 ln 20 = 5.99
-}
-
-template <class S, class D>
-void checkLnScaled(ZvpStatus (*f)(const S*, D*, int, int), const std::vector<S>& src, const std::vector<int>& sfs) {
-    const int n = int(src.size());
-    std::vector<D> dst(static_cast<std::size_t>(n));
-    const long double mx = static_cast<long double>(std::numeric_limits<D>::max());
-    int skipped = 0;
-    for (int sf : sfs) {
-        f(src.data(), dst.data(), n, sf);
-        for (int i = 0; i < n; ++i) {
-            if (src[i] <= 0) {
-                ASSERT_EQ(dst[i], std::numeric_limits<D>::min());
-                continue;
-            }
-            bool amb;
-            const long double want =
-                roundClamp(std::ldexp(std::log(static_cast<long double>(src[i])), -sf), 0, mx, 0x1p-56L, &amb);
-            if (amb && src[i] != 1) {
-                ++skipped;
-                continue;
-            }
-            ASSERT_EQ(static_cast<long double>(dst[i]), want) << "x=" << src[i] << " sf=" << sf;
-        }
-    }
-    EXPECT_LT(skipped, 3);
 }
 
 TEST(Ln, ScaledIntegersCorrectlyRounded) {
@@ -627,101 +610,6 @@ TEST(SumLn, AgainstLongDoubleAndSpecialValues) {
     const Zvp16s zi[3] = {5, 0, 7};
     ASSERT_EQ(zvpsSumLn_16s32f(zi, 3, &s), zvpStsNoErr);
     EXPECT_EQ(s, -std::numeric_limits<float>::infinity());
-}
-
-// ---- Arctan ----------------------------------------------------------------------
-
-TEST(Arctan, SpecialValues) {
-    const float inf = std::numeric_limits<float>::infinity();
-    const Zvp32f sp[] = {0.0f, -0.0f, inf, -inf, std::numeric_limits<float>::quiet_NaN(), 1e-40f,
-                         0.41421356f, 0.41421357f, 2.4142134f, 2.4142137f, 1.0f, -1e30f};
-    const int m = int(sizeof sp / sizeof sp[0]);
-    Zvp32f r[m];
-    ASSERT_EQ(zvpsArctan_32f(sp, r, m), zvpStsNoErr);
-    EXPECT_TRUE(r[0] == 0.0f && !std::signbit(r[0]));
-    EXPECT_TRUE(r[1] == 0.0f && std::signbit(r[1]));
-    EXPECT_EQ(r[2], 1.57079637f);
-    EXPECT_EQ(r[3], -1.57079637f);
-    EXPECT_TRUE(std::isnan(r[4]));
-    for (int i = 5; i < m; ++i) EXPECT_LE(ulpError(r[i], std::atan(static_cast<long double>(sp[i]))), 4.0L) << sp[i];
-}
-
-// ---- Normalize ---------------------------------------------------------------------
-
-// Floats: the difference rounded once, then divided with one more
-// rounding, so within half an ulp of the long double quotient of the
-// rounded difference.
-TEST(Normalize, FloatsAgainstLongDouble) {
-    const int n = 67;
-    const auto x = randomReals<Zvp32f>(2 * n, n, -100, 100);
-    const auto y = randomReals<Zvp64f>(2 * n, n + 1, -100, 100);
-    const Zvp32f sub = 3.25f, div = -0.37f;
-    const Zvp32fc csub{1.5f, -2.0f};
-    const Zvp64fc dsub{-7.0, 0.5};
-    GuardedBuffer d1(n * 4, 4), d2(n * 8, 8), d3(n * 8, 4), d4(n * 16, 8);
-    ASSERT_EQ(zvpsNormalize_32f(x.data(), d1.as<Zvp32f>(), n, sub, div), zvpStsNoErr);
-    ASSERT_EQ(zvpsNormalize_64f(y.data(), d2.as<Zvp64f>(), n, 2.0, 3.0), zvpStsNoErr);
-    ASSERT_EQ(zvpsNormalize_32fc(reinterpret_cast<const Zvp32fc*>(x.data()), d3.as<Zvp32fc>(), n, csub, div),
-              zvpStsNoErr);
-    ASSERT_EQ(zvpsNormalize_64fc(reinterpret_cast<const Zvp64fc*>(y.data()), d4.as<Zvp64fc>(), n, dsub, 1e-30),
-              zvpStsNoErr);
-    for (int i = 0; i < n; ++i) {
-        // The rounded difference divided exactly: one more rounding only.
-        const long double q1 = static_cast<long double>(Zvp32f(x[i] - sub)) / div;
-        const long double q2 = static_cast<long double>(Zvp64f(y[i] - 2.0)) / 3.0L;
-        const long double q3 = static_cast<long double>(Zvp32f(x[2 * i + 1] - csub.im)) / div;
-        const long double q4 = static_cast<long double>(Zvp64f(y[2 * i] - dsub.re)) / static_cast<long double>(1e-30);
-        ASSERT_LE(ulpError(d1.as<Zvp32f>()[i], q1), 0.5L);
-        ASSERT_LE(ulpError(d2.as<Zvp64f>()[i], q2), 0.5L);
-        ASSERT_LE(ulpError(d3.as<Zvp32fc>()[i].im, q3), 0.5L);
-        ASSERT_LE(ulpError(d4.as<Zvp64fc>()[i].re, q4), 0.5L);
-    }
-}
-
-// Integers: round((x - sub) * 2^-sf / div) exactly. The candidate comes
-// from a long double quotient; the comparisons with m +- 1/2 are exact in
-// long double (2n * 2^-sf and (2m+1) * div both fit 64 significant bits).
-Zvp16s refNormalize(std::int64_t x, std::int64_t sub, std::int64_t div, int sf) {
-    const long double n2 = std::ldexp(static_cast<long double>(2 * (x - sub)), -sf);
-    const long double sgn = div < 0 ? -1 : 1;
-    auto side = [&](std::int64_t m) {  // sign of value - (m + 1/2)
-        const long double d = (n2 - static_cast<long double>(2 * m + 1) * static_cast<long double>(div)) * sgn;
-        return d < 0 ? -1 : d > 0 ? 1 : 0;
-    };
-    const long double q = std::nearbyint(n2 / 2 / static_cast<long double>(div));
-    if (q > 40000) return 32767;
-    if (q < -40000) return -32768;
-    std::int64_t m = std::int64_t(q);
-    while (side(m) > 0) ++m;       // value above m + 1/2
-    while (side(m - 1) < 0) --m;   // value below m - 1/2
-    if (side(m) == 0 && (m & 1)) ++m;
-    else if (side(m - 1) == 0 && (m & 1)) --m;
-    return Zvp16s(std::min<std::int64_t>(32767, std::max<std::int64_t>(-32768, m)));
-}
-
-TEST(Normalize, ScaledIntegersExact) {
-    std::vector<Zvp16s> all(65536);
-    for (int i = 0; i < 65536; ++i) all[i] = Zvp16s(i - 32768);
-    std::vector<Zvp16s> d(all.size());
-    const int cases[][3] = {{0, 1, 0}, {100, 3, 0}, {-32768, 2, 1}, {5, -7, -2}, {32767, 65536, -14},
-                            {0, 1, -1}, {-1, -1, 17}, {7, 1000003, -20}, {0, 2147483647, -40}, {1, 10, 3}};
-    for (const auto& c : cases) {
-        ASSERT_EQ(zvpsNormalize_16s_Sfs(all.data(), d.data(), 65536, Zvp16s(c[0]), c[1], c[2]), zvpStsNoErr);
-        for (int i = 0; i < 65536; ++i)
-            ASSERT_EQ(d[i], refNormalize(all[i], c[0], c[1], c[2])) << all[i] << " case " << c[0] << "," << c[1];
-    }
-    const auto* z = reinterpret_cast<const Zvp16sc*>(all.data());
-    std::vector<Zvp16sc> dz(32768);
-    ASSERT_EQ(zvpsNormalize_16sc_Sfs(z, dz.data(), 32768, Zvp16sc{3, -4}, -6, 1), zvpStsNoErr);
-    for (int i = 0; i < 32768; ++i) {
-        ASSERT_EQ(dz[i].re, refNormalize(z[i].re, 3, -6, 1));
-        ASSERT_EQ(dz[i].im, refNormalize(z[i].im, -4, -6, 1));
-    }
-    // Ties to even: (5 - 0) / 2 = 2.5 -> 2, 7/2 = 3.5 -> 4, -5/2 -> -2.
-    const Zvp16s t[3] = {5, 7, -5};
-    Zvp16s r[3];
-    ASSERT_EQ(zvpsNormalize_16s_Sfs(t, r, 3, 0, 2, 0), zvpStsNoErr);
-    EXPECT_TRUE(r[0] == 2 && r[1] == 4 && r[2] == -2);
 }
 
 }  // namespace

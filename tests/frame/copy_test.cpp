@@ -14,36 +14,8 @@ namespace {
 
 using zvp::test::GuardedBuffer;
 
-// Per-type entry points, so each family is tested once over all its types.
 template <class T>
-struct Ops;
-#define ZVP_OPS(T)                                                                     \
-    template <>                                                                        \
-    struct Ops<Zvp##T> {                                                               \
-        static ZvpStatus move(const Zvp##T* s, Zvp##T* d, int n) { return zvpsMove_##T(s, d, n); } \
-    };
-ZVP_OPS(8u)
-ZVP_OPS(16s)
-ZVP_OPS(16sc)
-ZVP_OPS(32s)
-ZVP_OPS(32sc)
-ZVP_OPS(32f)
-ZVP_OPS(32fc)
-ZVP_OPS(64s)
-ZVP_OPS(64sc)
-ZVP_OPS(64f)
-ZVP_OPS(64fc)
-#undef ZVP_OPS
-
-template <class T>
-class CopyFamily : public ::testing::Test {};
-using AllTypes = ::testing::Types<Zvp8u, Zvp16s, Zvp16sc, Zvp32s, Zvp32sc, Zvp32f, Zvp32fc,
-                                  Zvp64s, Zvp64sc, Zvp64f, Zvp64fc>;
-TYPED_TEST_SUITE(CopyFamily, AllTypes);
-
-TYPED_TEST(CopyFamily, MoveHandlesOverlapBothWays) {
-    using T = TypeParam;
-    using O = Ops<T>;
+void moveBothWays(ZvpStatus (*move)(const T*, T*, int)) {
     for (int n : {1, 7, 33, 130}) {
         for (int shift : {1, 3, 16}) {
             const std::size_t total = (n + shift) * sizeof(T);
@@ -53,17 +25,23 @@ TYPED_TEST(CopyFamily, MoveHandlesOverlapBothWays) {
             std::memmove(expect.data() + shift * sizeof(T), init.data(), n * sizeof(T));
             GuardedBuffer b(total, alignof(T));
             std::memcpy(b.data(), init.data(), total);
-            ASSERT_EQ(O::move(b.as<T>(), b.as<T>() + shift, n), zvpStsNoErr);
-            EXPECT_EQ(std::memcmp(b.data(), expect.data(), total), 0);
+            ASSERT_EQ(move(b.as<T>(), b.as<T>() + shift, n), zvpStsNoErr);
+            EXPECT_EQ(std::memcmp(b.data(), expect.data(), total), 0) << sizeof(T) << " " << n << " " << shift;
             // Left: elements [shift, shift + n) to [0, n).
             expect = init;
             std::memmove(expect.data(), init.data() + shift * sizeof(T), n * sizeof(T));
             std::memcpy(b.data(), init.data(), total);
-            ASSERT_EQ(O::move(b.as<T>() + shift, b.as<T>(), n), zvpStsNoErr);
-            EXPECT_EQ(std::memcmp(b.data(), expect.data(), total), 0);
+            ASSERT_EQ(move(b.as<T>() + shift, b.as<T>(), n), zvpStsNoErr);
+            EXPECT_EQ(std::memcmp(b.data(), expect.data(), total), 0) << sizeof(T) << " " << n << " " << shift;
             EXPECT_TRUE(b.guardsIntact());
         }
     }
+}
+
+TEST(Move, HandlesOverlapBothWays) {
+    moveBothWays(zvpsMove_8u), moveBothWays(zvpsMove_16s), moveBothWays(zvpsMove_16sc), moveBothWays(zvpsMove_32s);
+    moveBothWays(zvpsMove_32sc), moveBothWays(zvpsMove_32f), moveBothWays(zvpsMove_32fc), moveBothWays(zvpsMove_64s);
+    moveBothWays(zvpsMove_64sc), moveBothWays(zvpsMove_64f), moveBothWays(zvpsMove_64fc);
 }
 
 TEST(Set, LargeFillTakesTheStreamingPathCorrectly) {
@@ -77,33 +55,17 @@ TEST(Set, LargeFillTakesTheStreamingPathCorrectly) {
 // Flip ------------------------------------------------------------------
 
 template <class T>
-struct FlipOps;
-#define ZVP_FLIP_OPS(T)                                                                  \
-    template <>                                                                          \
-    struct FlipOps<Zvp##T> {                                                             \
-        static ZvpStatus flip(const Zvp##T* s, Zvp##T* d, int n) { return zvpsFlip_##T(s, d, n); } \
-    };
-ZVP_FLIP_OPS(8u)
-ZVP_FLIP_OPS(16u)
-ZVP_FLIP_OPS(32f)
-ZVP_FLIP_OPS(32fc)
-ZVP_FLIP_OPS(64f)
-ZVP_FLIP_OPS(64fc)
-#undef ZVP_FLIP_OPS
-
-template <class T>
-class Flip : public ::testing::Test {};
-using FlipTypes = ::testing::Types<Zvp8u, Zvp16u, Zvp32f, Zvp32fc, Zvp64f, Zvp64fc>;
-TYPED_TEST_SUITE(Flip, FlipTypes);
-
-TYPED_TEST(Flip, ReversesWholeElements) {
-    using T = TypeParam;
-    using O = FlipOps<T>;
+void reverses(ZvpStatus (*flip)(const T*, T*, int)) {
     const int n = 67;
     const auto init = zvp::test::randomBytes(n * sizeof(T), 100);
     std::vector<T> d(n);
-    ASSERT_EQ(O::flip(reinterpret_cast<const T*>(init.data()), d.data(), n), zvpStsNoErr);
+    ASSERT_EQ(flip(reinterpret_cast<const T*>(init.data()), d.data(), n), zvpStsNoErr);
     for (int i = 0; i < n; ++i) ASSERT_EQ(std::memcmp(&d[i], &init[(n - 1 - i) * sizeof(T)], sizeof(T)), 0) << i;
+}
+
+TEST(Flip, ReversesWholeElements) {
+    reverses(zvpsFlip_8u), reverses(zvpsFlip_16u), reverses(zvpsFlip_32f), reverses(zvpsFlip_32fc);
+    reverses(zvpsFlip_64f), reverses(zvpsFlip_64fc);
 }
 
 // Bit strings -----------------------------------------------------------

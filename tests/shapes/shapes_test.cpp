@@ -32,25 +32,11 @@ using zvp::test::Mode;
 #define COPY(t, ...) UN(Copy_##t).with(kNoAlias __VA_OPT__(|) __VA_ARGS__), UN(Move_##t), \
     vcI("Set_" #t, zvpsSet_##t, true).ZVP_F(__VA_ARGS__), unI("Zero_" #t, zvpsZero_##t, true)
 
-template <class C>
-bool isZero(const C& c) {
-    if constexpr (PartOf<C>::parts == 2) return c.re == 0 && c.im == 0;
-    else return c == 0;
-}
 // A zero constant is refused with -10 (the first value after the vector).
-template <class C>
-Rule zeroConstant() {
-    return [](const Vals& v) { return isZero(constant<C>(v, 0)) ? zvpStsDivByZeroErr : zvpStsNoErr; };
+Row divC(Row r) {
+    return r.refuse([z = r.consts[0]->zero](const Vals& v) { return z(v.c[0]) ? zvpStsDivByZeroErr : zvpStsNoErr; });
 }
-template <class F, class C>
-Row divC(Row r, ZvpStatus (*)(const F*, C, F*, int, int)) { return r.refuse(zeroConstant<C>()); }
-template <class F, class C>
-Row divC(Row r, ZvpStatus (*)(const F*, C, F*, int)) { return r.refuse(zeroConstant<C>()); }
-template <class C, class F>
-Row divC(Row r, ZvpStatus (*)(C, F*, int, int)) { return r.refuse(zeroConstant<C>()); }
-template <class C, class F>
-Row divC(Row r, ZvpStatus (*)(C, F*, int)) { return r.refuse(zeroConstant<C>()); }
-#define DIVC(f, maker) divC(maker(f), zvps##f)
+#define DIVC(f, maker) divC(maker(f))
 
 // A divisor whose magnitude is below the smallest normal single (NaN too).
 template <class A, class D, class C, class E, class... S>
@@ -216,6 +202,22 @@ const auto mulLow32f16s = RULE(float x, float c) {
     const float p = x * c;
     return std::isnan(p) ? 0 : Zvp16s(std::fmin(std::fmax(std::nearbyint(p), -32768.0f), 32767.0f));
 };
+// (x - sub) / div, sub the first constant and div the second: integers
+// exactly, times 2^-sf, to nearest even and saturated; floats the difference
+// rounded once, then the quotient rounded once.
+const auto normalizeOp = RULE(auto a) {
+    using X = decltype(a);
+    using P = Part<X>;
+    using Div = std::conditional_t<std::is_integral_v<P>, int, P>;
+    const X s = constant<X>(v, 0);
+    const Div q = constant<Div>(v, 1);
+    const auto one = [&](P x, P c) -> P {
+        if constexpr (std::is_integral_v<P>) return quotient<P>(W(x) - W(c), Wide::of(q), v.sf, Mode::NearestEven);
+        else return P(x - c) / q;
+    };
+    if constexpr (PartOf<X>::parts == 2) return X{one(a.re, s.re), one(a.im, s.im)};
+    else return one(a, s);
+};
 #undef EACH
 #undef RULE
 
@@ -248,6 +250,8 @@ std::map<std::string, Oracle> oracles() {
     O(Div_Round_8u_Sfs, div), O(Div_Round_16s_Sfs, div), O(Div_Round_16u_Sfs, div);
     O(AddProduct_16s_Sfs, addProduct), O(AddProduct_16s32s_Sfs, addProduct), O(AddProduct_32s_Sfs, addProduct),
         O(AddProduct_32f, addProduct), O(AddProduct_64f, addProduct), O(AddProductC_32f, addProduct);
+    O(Normalize_16s_Sfs, normalizeOp), O(Normalize_16sc_Sfs, normalizeOp), O(Normalize_32f, normalizeOp),
+        O(Normalize_32fc, normalizeOp), O(Normalize_64f, normalizeOp), O(Normalize_64fc, normalizeOp);
     O2(Abs_16s, absOp), O2(Abs_32s, absOp), O2(Abs_32f, absOp), O2(Abs_64f, absOp);
     OS2(Sqr_8u, sqr), OS2(Sqr_16s, sqr), OS2(Sqr_16u, sqr), OS2(Sqr_16sc, sqr), O2(Sqr_32f, sqr), O2(Sqr_64f, sqr);
 #define LOGIC(t) O2(And_##t, andOp), O2(Or_##t, orOp), O2(Xor_##t, xorOp), O2(AndC_##t, andOp), O2(OrC_##t, orOp), \

@@ -128,6 +128,15 @@ void extremeInto(void* dst, int k) {
     for (int i = 0; i < PartOf<T>::parts; ++i) static_cast<P*>(dst)[i] = drawPart<P>(g, Draw::Extreme, k);
 }
 
+// Zero, -0 included; a complex value when both parts are.
+template <class T>
+bool isZero(const void* p) {
+    using P = typename PartOf<T>::type;
+    for (int i = 0; i < PartOf<T>::parts; ++i)
+        if (static_cast<const P*>(p)[i] != 0) return false;
+    return true;
+}
+
 struct Type {
     const std::type_info* id;
     std::size_t size;
@@ -135,12 +144,13 @@ struct Type {
     void (*draw)(void*, std::size_t, std::mt19937_64&, Draw);
     void (*extreme)(void*, int);
     int extremes;
+    bool (*zero)(const void*);
 };
 template <class T>
 const Type* typeOf() {
     using P = typename PartOf<T>::type;
     static const Type t{&typeid(T), sizeof(T), std::is_integral_v<P>, PartOf<T>::parts == 2, &drawInto<T>,
-                          &extremeInto<T>, std::is_integral_v<P> ? 8 : 15};
+                          &extremeInto<T>, std::is_integral_v<P> ? 8 : 15, &isZero<T>};
     return &t;
 }
 
