@@ -22,6 +22,9 @@
 #include "zvps_threshold.h"
 #include "zvps_cplx.h"
 #include "zvps_companding.h"
+#include "zvps_stats.h"
+#include "zvps_norms.h"
+#include "zvps_extremes.h"
 #include "zvps_fft.h"
 #include "zvps_fftreal.h"
 
