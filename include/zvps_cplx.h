@@ -34,6 +34,8 @@
  *   Phase_32fc/_32f/_16sc32f/_16s32f: within 4 ulps of atan2 (a vectorised
  *     polynomial; the integer forms first convert the parts exactly).
  *   Phase_64fc/_64f: the C library's double atan2.
+ *   Phase_*_Sfs: the double atan2 for 16-bit parts, the long double atan2
+ *     for 32-bit parts, rounded once as stated above.
  *   PowerSpectr: re*re + im*im in the element type (the 16-bit forms
  *     exactly, then rounded once to single).
  *   PolarToCart float forms: magnitude times the double cosine and sine,
@@ -85,8 +87,10 @@ ZvpStatus zvpsPhase_16s_Sfs(const Zvp16s* pSrcRe, const Zvp16s* pSrcIm, Zvp16s* 
  *     call returns zvpStsNullPtrErr.
  *   _64fc, _32f, _64f: the ordinary checks (every pointer, then the length).
  *   _16sc_Sfs: Magnitude_16sc_Sfs with magnScaleFactor and, only if that
- *     succeeded, Phase_16sc_Sfs with phaseScaleFactor; so a null phase
- *     destination writes nothing either. */
+ *     succeeded, Phase_16sc_Sfs with phaseScaleFactor, returning the first
+ *     failure. So a null phase destination with a length below 1 gives
+ *     zvpStsSizeErr, and with a valid length gets the magnitudes written and
+ *     returns zvpStsNullPtrErr. */
 ZvpStatus zvpsCartToPolar_32fc(const Zvp32fc* pSrc, Zvp32f* pDstMagn, Zvp32f* pDstPhase, int len);
 ZvpStatus zvpsCartToPolar_64fc(const Zvp64fc* pSrc, Zvp64f* pDstMagn, Zvp64f* pDstPhase, int len);
 ZvpStatus zvpsCartToPolar_32f(const Zvp32f* pSrcRe, const Zvp32f* pSrcIm, Zvp32f* pDstMagn,

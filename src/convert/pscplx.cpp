@@ -173,13 +173,29 @@ inline std::int32_t magnitudeRounded(std::uint64_t r, int sf) {
     return std::int32_t(m > kMax ? kMax : m);
 }
 
-// Phase in fixed point: round(atan2(im, re) * 2^-sf), saturated.
+// Phase in fixed point: round(atan2(im, re) * 2^-sf), saturated. 16-bit
+// parts take the double atan2: a phase of 16-bit parts is never within 2^-38
+// (relative) of a half-integer step unless it is one, far above the double's
+// error. 32-bit parts come within 2^-62 (atan(1/n) is just above 1/n), so
+// they take the long double atan2 and round it exactly.
+inline long double roundEvenLong(long double x) {
+    const long double f = std::floor(x), d = x - f;
+    return (d > 0.5L || (d == 0.5L && std::fmod(f, 2.0L) != 0)) ? f + 1 : f;
+}
 template <class D, class P>
 void phaseFixed(const P* re, const P* im, std::ptrdiff_t stride, D* d, std::ptrdiff_t n, int sf) {
     MxcsrGuard g(MxcsrGuard::kNearest);
-    const double scale = scaleOf(sf);
-    for (std::ptrdiff_t i = 0; i < n; ++i)
-        d[i] = saturateRound<D>(std::atan2(double(im[i * stride]), double(re[i * stride])) * scale);
+    const int e = sf > 100 ? -100 : sf < -100 ? 100 : -sf;  // beyond, every phase saturates or rounds to 0
+    for (std::ptrdiff_t i = 0; i < n; ++i) {
+        if constexpr (sizeof(P) == 2) {
+            d[i] = saturateRound<D>(std::ldexp(std::atan2(double(im[i * stride]), double(re[i * stride])), e));
+        } else {
+            using Lim = std::numeric_limits<D>;
+            const long double x = roundEvenLong(
+                std::ldexp(std::atan2((long double)im[i * stride], (long double)re[i * stride]), e));
+            d[i] = x >= (long double)Lim::max() ? Lim::max() : x <= (long double)Lim::min() ? Lim::min() : D(x);
+        }
+    }
 }
 
 // ---- Argument checks of the shapes ---------------------------------------------
