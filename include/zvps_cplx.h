@@ -27,11 +27,12 @@
  *     large or so small that their squares leave the single range are
  *     handled in double, so no finite input overflows or underflows early.
  *     An infinite part gives +inf, otherwise a NaN part gives NaN.
- *   Magnitude_64fc/_64f: within 1.5 ulps (the IEEE square root of the IEEE
- *     sum of squares; squares beyond the double range overflow to +inf).
+ *   Magnitude_64fc/_64f: within 1.5 ulps; parts whose squares leave the
+ *     double range take the C library's hypot, so nothing overflows or
+ *     underflows early, and infinite and NaN parts behave as in hypot.
  *   Magnitude_16sc32f/_16s32f: the exact magnitude rounded once to single
  *     (within 0.5 ulp, up to a double rounding).
- *   Phase_32fc/_32f/_16sc32f/_16s32f: within 4 ulps of atan2 (a vectorised
+ *   Phase_32fc/_32f/_16sc32f/_16s32f: within 2 ulps of atan2 (a vectorised
  *     polynomial; the integer forms first convert the parts exactly).
  *   Phase_64fc/_64f: the C library's double atan2.
  *   Phase_*_Sfs: the double atan2 for 16-bit parts, the long double atan2

@@ -31,8 +31,21 @@ using cplx::Split16;
 struct MagnitudeOp {
     template <class L>
     static typename L::R apply(typename L::R re, typename L::R im) {
-        if constexpr (std::is_same_v<typename L::type, float>) return cplx::magnitudePs<L>(re, im);
-        else return L::sqrt(L::add(L::mul(re, re), L::mul(im, im)));
+        if constexpr (std::is_same_v<typename L::type, float>) {
+            return cplx::magnitudePs<L>(re, im);
+        } else {
+            // Lanes whose sum of squares leaves the range where it keeps its
+            // accuracy take the C library's hypot (rare: parts beyond 2^+-450).
+            const auto s = L::add(L::mul(re, re), L::mul(im, im));
+            const auto m = L::sqrt(s);
+            const auto ok = L::and_(L::ge(s, L::set1(0x1p-900)), L::lt(s, L::set1(__builtin_inf())));
+            if (!L::anyOf(L::xor_(ok, L::fromBits(_mm_set1_epi32(-1))))) return m;
+            alignas(16) double r[2], i[2], h[2];
+            Full<double>::storea(r, re);
+            Full<double>::storea(i, im);
+            for (int k = 0; k < L::N; ++k) h[k] = std::hypot(r[k], i[k]);
+            return L::blend(L::loada(h), m, ok);
+        }
     }
 };
 struct PowerOp {

@@ -1,0 +1,198 @@
+// What is particular to the complex helpers: the accuracy of the float
+// magnitudes and phases against long-double references, their special values,
+// the check orders that depart from the usual one, the power spectrum's
+// saturation shortcut, and ConjFlip as Flip of Conj.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "zvps.h"
+
+namespace {
+
+// |got - want| in units of the last place of want's binade, for type T.
+template <class T>
+double ulps(T got, long double want) {
+    if (std::isnan(want)) return std::isnan(got) ? 0 : 1e9;
+    if (std::isinf(want)) return got == want ? 0 : 1e9;
+    int e;
+    std::frexp(want, &e);
+    const long double ulp = std::ldexp(1.0L, std::max(e, std::numeric_limits<T>::min_exponent) - std::numeric_limits<T>::digits);
+    return double(std::fabs((long double)got - want) / ulp);
+}
+
+// Parts of every magnitude: random bits over the whole exponent range, small
+// integers, and pairs of very different size.
+template <class T>
+std::vector<T> drawParts(int n, unsigned seed) {
+    std::mt19937_64 g(seed);
+    std::vector<T> v(n);
+    for (T& x : v) {
+        const int maxExp = std::numeric_limits<T>::max_exponent;
+        switch (g() % 4) {
+            case 0: x = T(int(g() % 200) - 100); break;
+            case 1: x = std::ldexp(T(double(g() >> 11) * 0x1p-53), int(g() % (2 * maxExp + 40)) - maxExp - 40); break;
+            default: x = std::ldexp(T(double(g() >> 11) * 0x1p-53), int(g() % 40) - 20);
+        }
+        if (g() & 1) x = -x;
+    }
+    return v;
+}
+
+// Interleaved and split forms run the same kernel: check both on the same
+// values, returning the largest error in ulps of the long-double reference.
+template <class T, class C, class Fc, class Fs, class Ref>
+double worst(Fc interleaved, Fs split, Ref ref, unsigned seed) {
+    const int n = 1 << 16;
+    const auto re = drawParts<T>(n, seed), im = drawParts<T>(n, seed + 1);
+    std::vector<C> z(n);
+    for (int i = 0; i < n; ++i) z[i] = C{re[i], im[i]};
+    std::vector<T> a(n), b(n);
+    EXPECT_EQ(interleaved(z.data(), a.data(), n), zvpStsNoErr);
+    EXPECT_EQ(split(re.data(), im.data(), b.data(), n), zvpStsNoErr);
+    double w = 0;
+    for (int i = 0; i < n; ++i) {
+        EXPECT_EQ(std::memcmp(&a[i], &b[i], sizeof(T)), 0) << re[i] << " " << im[i];
+        w = std::max(w, ulps<T>(a[i], ref((long double)re[i], (long double)im[i])));
+    }
+    return w;
+}
+
+auto hypotRef = [](long double x, long double y) { return std::hypot(x, y); };
+auto atan2Ref = [](long double x, long double y) { return std::atan2(y, x); };
+
+TEST(Cplx, FloatMagnitudeAndPhaseWithinTheirUlpBounds) {
+    const double m32 = worst<float, Zvp32fc>(zvpsMagnitude_32fc, zvpsMagnitude_32f, hypotRef, 1);
+    const double m64 = worst<double, Zvp64fc>(zvpsMagnitude_64fc, zvpsMagnitude_64f, hypotRef, 3);
+    const double p32 = worst<float, Zvp32fc>(zvpsPhase_32fc, zvpsPhase_32f, atan2Ref, 5);
+    const double p64 = worst<double, Zvp64fc>(zvpsPhase_64fc, zvpsPhase_64f, atan2Ref, 7);
+    std::printf("worst ulps: magnitude 32f %.3f 64f %.3f, phase 32f %.3f 64f %.3f\n", m32, m64, p32, p64);
+    EXPECT_LE(m32, 1.5);
+    EXPECT_LE(m64, 1.5);
+    EXPECT_LE(p32, 2.0);
+    EXPECT_LE(p64, 1.0);
+}
+
+TEST(Cplx, SpecialValuesFollowTheCFunctions) {
+    const float inf = INFINITY, nan = NAN;
+    const float v[] = {0.0f, -0.0f, 1.0f, -1.0f, inf, -inf, nan, 1e-45f, -3e38f};
+    for (float x : v)
+        for (float y : v) {
+            const Zvp32fc z{x, y};
+            Zvp32f p, m;
+            ASSERT_EQ(zvpsPhase_32fc(&z, &p, 1), zvpStsNoErr);
+            ASSERT_EQ(zvpsMagnitude_32fc(&z, &m, 1), zvpStsNoErr);
+            const float want = std::atan2(y, x);
+            if (std::isnan(want)) EXPECT_TRUE(std::isnan(p)) << x << " " << y;
+            else EXPECT_LE(ulps<float>(p, std::atan2((long double)y, (long double)x)), 2.0) << x << " " << y;
+            EXPECT_EQ(std::signbit(p), std::signbit(want)) << x << " " << y;
+            // +inf for an infinite part, even beside a NaN; NaN otherwise.
+            if (std::isinf(x) || std::isinf(y)) EXPECT_EQ(m, inf) << x << " " << y;
+            else if (std::isnan(x) || std::isnan(y)) EXPECT_TRUE(std::isnan(m)) << x << " " << y;
+            else EXPECT_EQ(m, float(std::hypot(double(x), double(y)))) << x << " " << y;
+        }
+}
+
+TEST(Cplx, CartToPolarWritesTheMagnitudesWhenThePhaseDestinationIsNull) {
+    const Zvp32fc z[3] = {{3, 4}, {0, -2}, {-1, 0}};
+    Zvp32f m[3] = {}, p[3] = {};
+    EXPECT_EQ(zvpsCartToPolar_32fc(z, m, nullptr, 3), zvpStsNullPtrErr);
+    EXPECT_EQ(m[0], 5.0f);
+    EXPECT_EQ(m[1], 2.0f);
+    EXPECT_EQ(zvpsCartToPolar_32fc(z, nullptr, p, 3), zvpStsNullPtrErr);  // and the other way round
+    EXPECT_EQ(p[2], std::atan2(0.0f, -1.0f));
+    EXPECT_EQ(zvpsCartToPolar_32fc(z, m, nullptr, 0), zvpStsSizeErr);
+    // The 16-bit form runs the phase only after the magnitude succeeded.
+    const Zvp16sc s[2] = {{3, 4}, {-6, 8}};
+    Zvp16s mi[2] = {}, pi[2] = {7, 7};
+    EXPECT_EQ(zvpsCartToPolar_16sc_Sfs(s, mi, nullptr, 0, 0, -13), zvpStsSizeErr);
+    EXPECT_EQ(zvpsCartToPolar_16sc_Sfs(s, nullptr, pi, 2, 0, -13), zvpStsNullPtrErr);
+    EXPECT_EQ(pi[0], 7);
+    EXPECT_EQ(zvpsCartToPolar_16sc_Sfs(s, mi, nullptr, 2, 0, -13), zvpStsNullPtrErr);
+    EXPECT_EQ(mi[1], 10);
+}
+
+TEST(Cplx, RealToCplxTakesAMissingPartAsZero) {
+    const Zvp32f re[2] = {1, 2}, im[2] = {3, 4};
+    Zvp32fc d[2] = {{9, 9}, {9, 9}};
+    EXPECT_EQ(zvpsRealToCplx_32f(re, nullptr, d, 2), zvpStsNoErr);
+    EXPECT_TRUE(d[1].re == 2 && d[1].im == 0);
+    EXPECT_EQ(zvpsRealToCplx_32f(nullptr, im, d, 2), zvpStsNoErr);
+    EXPECT_TRUE(d[1].re == 0 && d[1].im == 4);
+    d[0] = {9, 9};
+    EXPECT_EQ(zvpsRealToCplx_32f(nullptr, nullptr, d, 2), zvpStsNullPtrErr);
+    EXPECT_EQ(zvpsRealToCplx_32f(nullptr, nullptr, d, 0), zvpStsSizeErr);  // the length comes first
+    EXPECT_EQ(zvpsRealToCplx_32f(re, im, nullptr, 0), zvpStsNullPtrErr);  // after the destination
+    EXPECT_EQ(d[0].re, 9);
+}
+
+TEST(Cplx, PowerSpectrumSaturatesBelowScaleMinus14) {
+    const Zvp16s re[2] = {0, 1}, im[2] = {0, 0};
+    Zvp16s d[2];
+    EXPECT_EQ(zvpsPowerSpectr_16s_Sfs(re, im, d, 2, -15), zvpStsNoErr);
+    EXPECT_TRUE(d[0] == 0 && d[1] == 32767);
+    // The shortcut gives what the rule gives (the complex form has none).
+    std::mt19937 g(11);
+    std::vector<Zvp16s> a(300), b(300), s(300), t(300);
+    std::vector<Zvp16sc> z(300);
+    for (int i = 0; i < 300; ++i) a[i] = Zvp16s(g() % 3 ? 0 : g()), b[i] = Zvp16s(g() % 3 ? 0 : g()), z[i] = {a[i], b[i]};
+    for (int sf : {-14, -15, -16, -31, -1000}) {
+        ASSERT_EQ(zvpsPowerSpectr_16s_Sfs(a.data(), b.data(), s.data(), 300, sf), zvpStsNoErr);
+        ASSERT_EQ(zvpsPowerSpectr_16sc_Sfs(z.data(), t.data(), 300, sf), zvpStsNoErr);
+        EXPECT_EQ(s, t) << sf;
+    }
+}
+
+TEST(Cplx, ConjFlipIsTheConjugateOfFlip) {
+    for (int n = 1; n <= 40; ++n) {
+        std::vector<Zvp32fc> s(n), want(n), got(n);
+        std::vector<Zvp16sc> s16(n), w16(n), g16(n);
+        for (int i = 0; i < n; ++i) s[i] = {float(i), float(i % 3) - 1}, s16[i] = {Zvp16s(i), Zvp16s(i % 2 ? -32768 : i)};
+        zvpsFlip_32fc(s.data(), want.data(), n);
+        zvpsConj_32fc_I(want.data(), n);
+        ASSERT_EQ(zvpsConjFlip_32fc(s.data(), got.data(), n), zvpStsNoErr);
+        for (int i = 0; i < n; ++i) EXPECT_TRUE(got[i].re == want[i].re && std::memcmp(&got[i].im, &want[i].im, 4) == 0) << n;
+        for (int i = 0; i < n; ++i) w16[i] = {s16[n - 1 - i].re, Zvp16s(std::min(32767, -s16[n - 1 - i].im))};
+        ASSERT_EQ(zvpsConjFlip_16sc(s16.data(), g16.data(), n), zvpStsNoErr);
+        ASSERT_EQ(zvpsConjFlip_16sc(s16.data(), s16.data(), n), zvpStsNoErr);  // in place
+        for (int i = 0; i < n; ++i) EXPECT_TRUE(g16[i].re == w16[i].re && g16[i].im == w16[i].im && s16[i].im == w16[i].im) << n;
+    }
+}
+
+TEST(Cplx, PolarToCartInvertsCartToPolar) {
+    std::mt19937 g(5);
+    const int n = 4000;
+    std::vector<Zvp16sc> z(n), back(n);
+    std::vector<Zvp16s> m(n), p(n);
+    std::vector<Zvp32f> mf(n), pf(n);
+    std::vector<Zvp32fc> zf(n);
+    for (auto& c : z) c = {Zvp16s(g() % 40000 - 20000), Zvp16s(g() % 40000 - 20000)};
+    ASSERT_EQ(zvpsCartToPolar_16sc_Sfs(z.data(), m.data(), p.data(), n, 1, -13), zvpStsNoErr);
+    ASSERT_EQ(zvpsPolarToCart_16sc_Sfs(m.data(), p.data(), back.data(), n, 1, -13), zvpStsNoErr);
+    for (int i = 0; i < n; ++i) mf[i] = float(std::hypot(z[i].re, z[i].im)), pf[i] = float(std::atan2(z[i].im, z[i].re));
+    ASSERT_EQ(zvpsPolarToCart_32fc(mf.data(), pf.data(), zf.data(), n), zvpStsNoErr);
+    for (int i = 0; i < n; ++i) {
+        // A magnitude step of 2 and a phase step of 2^-13 move a part by at most ~3.
+        EXPECT_NEAR(back[i].re, z[i].re, 4) << i;
+        EXPECT_NEAR(back[i].im, z[i].im, 4) << i;
+        EXPECT_NEAR(zf[i].re, z[i].re, 0.01) << i;
+        EXPECT_NEAR(zf[i].im, z[i].im, 0.01) << i;
+    }
+    // The 32-bit form: phase in Q29, parts rounded from the exact products.
+    const Zvp32s mag[3] = {2000000000, 7, -5}, ph[3] = {843314857 /* pi/2 */, -1686629713 /* -pi */, 0};
+    Zvp32sc r[3];
+    ASSERT_EQ(zvpsPolarToCart_32sc(mag, ph, r, 3), zvpStsNoErr);
+    for (int i = 0; i < 3; ++i) {
+        const long double a = std::ldexp((long double)ph[i], -29);
+        EXPECT_LE(std::fabs(r[i].re - std::nearbyint(mag[i] * std::cos(a))), 1) << i;
+        EXPECT_LE(std::fabs(r[i].im - std::nearbyint(mag[i] * std::sin(a))), 1) << i;
+    }
+}
+
+}  // namespace
