@@ -117,12 +117,21 @@ template <class L>
 // (below 2^-100, or infinite or NaN), the lane takes the double result:
 // rounded once from the double square root of the exact-ish double sum, +inf
 // where a part is infinite.
+// All ones in the lanes whose sum of squares s is outside [2^-100, inf) or
+// NaN: the bits of s less those of 2^-100, unsigned, reach the distance to
+// +inf (the signed compare of the value biased by 2^31).
+template <class L>
+[[gnu::always_inline]] inline __m128i outOfRange(typename L::R s) {
+    using I = Rebind<L, std::int32_t>;
+    const auto v = I::add(L::bits(s), I::set1(std::int32_t(0x80000000u - 0x0D800000u)));
+    return I::gt(v, I::set1(std::int32_t(0x7F800000u - 0x0D800000u + 0x80000000u - 1u)));
+}
+
 template <class L>
 [[gnu::always_inline]] inline typename L::R magnitudePs(typename L::R re, typename L::R im) {
     const auto s = L::add(L::mul(re, re), L::mul(im, im));
     const auto m = L::sqrt(s);
-    const auto ok = L::and_(L::ge(s, L::set1(0x1p-100f)), L::lt(s, L::set1(__builtin_inff())));
-    const auto bad = L::xor_(ok, L::fromBits(_mm_set1_epi32(-1)));
+    const auto bad = L::fromBits(outOfRange<L>(s));
     if (!L::anyOf(bad)) return m;
     auto viaDouble = [](__m128 r, __m128 i) {
         using D = Full<double>;

@@ -65,6 +65,14 @@ inline constexpr std::array<std::uint8_t, 256> kMuLawToALaw = nearestCodes<mulaw
 
 // ---- Lanes ------------------------------------------------------------------
 
+// Eight 16-bit table entries in one register, for Lane::lookup8.
+template <std::int16_t... V>
+inline __m128i table8() {
+    static_assert(sizeof...(V) == 8);
+    alignas(16) static constexpr std::int16_t t[8] = {V...};
+    return Full<std::int16_t>::loada(t);
+}
+
 // Encoders: L holds signed 16-bit samples; the codes come back in the low
 // byte of each lane.
 template <class L>
@@ -76,7 +84,7 @@ template <class L>
     auto s = L::zero();
     for (int end = 31; end <= 2047; end = 2 * end + 1) s = L::sub(s, L::gt(m, L::set1(std::int16_t(end))));
     // m >> max(s, 1) as the high half of m * 2^(16 - max(s, 1)).
-    const auto mult = L::lookup8(_mm_setr_epi16(-32768, -32768, 0x4000, 0x2000, 0x1000, 0x0800, 0x0400, 0x0200), s);
+    const auto mult = L::lookup8(table8<-32768, -32768, 0x4000, 0x2000, 0x1000, 0x0800, 0x0400, 0x0200>(), s);
     const auto mant = L::and_(Lane<std::uint16_t, L::kBytes>::mulhi(m, mult), L::set1(15));
     const auto code = L::or_(mant, L::template shl<4>(s));
     return L::xor_(code, L::xor_(L::set1(0xD5), L::and_(neg, L::set1(0x80))));
@@ -92,7 +100,7 @@ template <class L>
     auto s = L::zero();
     for (int b = 256; b <= 16384; b *= 2) s = L::sub(s, L::gt(m, L::set1(std::int16_t(b - 1))));
     // m >> (s + 3) as the high half of m * 2^(13 - s).
-    const auto mult = L::lookup8(_mm_setr_epi16(0x2000, 0x1000, 0x0800, 0x0400, 0x0200, 0x0100, 0x0080, 0x0040), s);
+    const auto mult = L::lookup8(table8<0x2000, 0x1000, 0x0800, 0x0400, 0x0200, 0x0100, 0x0080, 0x0040>(), s);
     const auto mant = L::and_(U::mulhi(m, mult), L::set1(15));
     const auto code = L::or_(mant, L::template shl<4>(s));
     return L::xor_(code, L::xor_(L::set1(0xFF), L::and_(neg, L::set1(0x80))));
@@ -106,7 +114,7 @@ template <class L>
     // (mant * 16 + 8 + (seg ? 256 : 0)) << max(seg - 1, 0)
     const auto base = L::add(L::template shl<4>(L::and_(x, L::set1(15))), L::set1(8));
     const auto first = L::and_(L::gt(seg, L::zero()), L::set1(256));
-    const auto mult = L::lookup8(_mm_setr_epi16(1, 1, 2, 4, 8, 16, 32, 64), seg);
+    const auto mult = L::lookup8(table8<1, 1, 2, 4, 8, 16, 32, 64>(), seg);
     const auto mag = L::mullo(L::add(base, first), mult);
     // Positive where bit 7 of x is set.
     const auto pos = L::gt(L::and_(x, L::set1(0x80)), L::zero());
@@ -118,7 +126,7 @@ template <class L>
     const auto x = L::xor_(c, L::set1(0xFF));
     const auto seg = L::and_(L::template shr<4>(x), L::set1(7));
     const auto base = L::add(L::template shl<3>(L::and_(x, L::set1(15))), L::set1(0x84));
-    const auto mult = L::lookup8(_mm_setr_epi16(1, 2, 4, 8, 16, 32, 64, 128), seg);
+    const auto mult = L::lookup8(table8<1, 2, 4, 8, 16, 32, 64, 128>(), seg);
     const auto t = L::sub(L::mullo(base, mult), L::set1(0x84));  // the magnitude
     const auto neg = L::gt(L::and_(x, L::set1(0x80)), L::zero());
     return L::blend(t, L::sub(L::zero(), t), neg);

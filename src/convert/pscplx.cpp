@@ -39,7 +39,7 @@ struct MagnitudeOp {
             const auto s = L::add(L::mul(re, re), L::mul(im, im));
             const auto m = L::sqrt(s);
             const auto ok = L::and_(L::ge(s, L::set1(0x1p-900)), L::lt(s, L::set1(__builtin_inf())));
-            if (!L::anyOf(L::xor_(ok, L::fromBits(_mm_set1_epi32(-1))))) return m;
+            if (!L::anyOf(L::fromBits(Rebind<L, std::int64_t>::not_(L::bits(ok))))) return m;
             alignas(16) double r[2], i[2], h[2];
             Full<double>::storea(r, re);
             Full<double>::storea(i, im);
