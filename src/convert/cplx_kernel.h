@@ -87,8 +87,16 @@ template <class L>
     using I = Rebind<L, std::int32_t>;
     const R ax = L::abs(x), ay = L::abs(y);
     const auto swap = L::gt(ay, ax);
-    const R a = L::min(ax, ay), b = L::max(ax, ay);
+    R a = L::min(ax, ay), b = L::max(ax, ay);
     const auto bothInf = L::eq(a, L::set1(__builtin_inff()));
+    // Both scaled by a power of two that keeps b within 2^+-100, so that
+    // neither the threshold product nor a + b leaves the normal range (a
+    // denormal b would blur the branch, a + b could overflow).
+    const auto tiny = L::lt(b, L::set1(0x1p-100f));
+    const auto huge = L::gt(b, L::set1(0x1p100f));
+    const R scale = L::blend(L::blend(L::set1(1.0f), L::set1(0x1p100f), tiny), L::set1(0x1p-100f), huge);
+    a = L::mul(a, scale);
+    b = L::mul(b, scale);
     const auto mid = L::or_(L::gt(a, L::mul(L::set1(0.414213562f), b)), bothInf);
     const R num = L::blend(a, L::sub(a, b), mid);
     const R den = L::blend(b, L::add(a, b), mid);

@@ -47,11 +47,7 @@ struct Law {
 };
 const Law kA{true}, kMu{false};
 
-std::vector<std::uint8_t> allCodes() {
-    std::vector<std::uint8_t> c(256);
-    for (int i = 0; i < 256; ++i) c[i] = std::uint8_t(i);
-    return c;
-}
+std::vector<std::uint8_t> allCodes() { return [] { std::vector<std::uint8_t> c(256); for (int i = 0; i < 256; ++i) c[i] = std::uint8_t(i); return c; }(); }
 
 TEST(Companding, EncodersMatchG711OnEverySample) {
     std::vector<Zvp16s> x(65536);
@@ -84,10 +80,9 @@ TEST(Companding, FloatEncodersRoundHalfAwayAndSaturate) {
     // values just inside a half toward it, saturation, NaN as 0.
     const float h = 0.5f / 32768.0f;
     struct Case { float x; int as; } cases[] = {
-        {1.0f, 32767},          {2.5f, 32767},           {INFINITY, 32767},   {-1.0f, -32768},
-        {-7.0f, -32768},        {-INFINITY, -32768},     {NAN, 0},            {7 * h, 4},
-        {-7 * h, -4},           {std::nextafter(7 * h, 0.0f), 3}, {15 * h, 8}, {-15 * h, -8},
-        {std::nextafter(-15 * h, 0.0f), -7}, {1e-40f, 0}, {-1e-40f, 0},      {h, 1}};
+        {1.0f, 32767}, {2.5f, 32767}, {INFINITY, 32767}, {-1.0f, -32768}, {-7.0f, -32768}, {-INFINITY, -32768},
+        {NAN, 0}, {7 * h, 4}, {-7 * h, -4}, {std::nextafter(7 * h, 0.0f), 3}, {15 * h, 8}, {-15 * h, -8},
+        {std::nextafter(-15 * h, 0.0f), -7}, {1e-40f, 0}, {-1e-40f, 0}, {h, 1}};
     for (const Case& c : cases) {
         Zvp8u a, u;
         ASSERT_EQ(zvpsLinToALaw_32f8u(&c.x, &a, 1), zvpStsNoErr);
@@ -142,12 +137,12 @@ TEST(Companding, CodeConversionsAreTheNearestCodes) {
         EXPECT_EQ(a2u[i], nearest(kA, kMu, i)) << i;
         EXPECT_EQ(u2a[i], nearest(kMu, kA, i)) << i;
     }
-    const int rowsA[][2] = {{0, 42}, {1, 43}, {2, 40}, {3, 41}, {120, 79}, {121, 79}, {122, 78}, {123, 78}, {124, 82},
-                            {125, 83}, {126, 80}, {127, 81}, {128, 170}, {131, 169}, {248, 207}, {252, 210}, {255, 209}};
-    for (auto& r : rowsA) EXPECT_EQ(a2u[r[0]], r[1]) << r[0];
-    const int rowsU[][2] = {{0, 42}, {3, 41}, {120, 86}, {121, 86}, {122, 87}, {124, 84}, {126, 85}, {127, 85},
-                            {128, 170}, {131, 169}, {248, 214}, {250, 215}, {252, 212}, {255, 213}};
-    for (auto& r : rowsU) EXPECT_EQ(u2a[r[0]], r[1]) << r[0];
+    for (auto [c, a] : {std::pair{0, 42}, {1, 43}, {2, 40}, {3, 41}, {120, 79}, {121, 79}, {122, 78}, {123, 78}, {124, 82},
+                        {125, 83}, {126, 80}, {127, 81}, {128, 170}, {131, 169}, {248, 207}, {252, 210}, {255, 209}})
+        EXPECT_EQ(a2u[c], a) << c;
+    for (auto [c, a] : {std::pair{0, 42}, {3, 41}, {120, 86}, {121, 86}, {122, 87}, {124, 84}, {126, 85}, {127, 85},
+                        {128, 170}, {131, 169}, {248, 214}, {250, 215}, {252, 212}, {255, 213}})
+        EXPECT_EQ(u2a[c], a) << c;
 }
 
 }  // namespace

@@ -30,21 +30,22 @@ Row vv2out(const char* n, ZvpStatus (*f)(const A*, const B*, D*, E*, int)) {
 }
 // Two scale factors: the row's scale factor first, the second as constant 0.
 const std::vector<std::int64_t> kSecondScale = {0, -13, -15, -2, 1, 3, 14, 40, -90};
-template <class A, class D, class E>
-Row un2outSfs(const char* n, ZvpStatus (*f)(const A*, D*, E*, int, int, int)) {
-    Row r = row(n, {in<A>(), out<D>(), out<E>()}, [f](void* const* p, int len, const Vals& v) {
-        return f(ZVP_P(0, const A), ZVP_P(1, D), ZVP_P(2, E), len, v.sf, constant<int>(v, 0));
-    }, true);
+Row secondScale(Row r) {
+    r.sf = true;
     r.consts = {typeOf<int>()};
     return r.tryConstants(kSecondScale);
 }
+template <class A, class D, class E>
+Row un2outSfs(const char* n, ZvpStatus (*f)(const A*, D*, E*, int, int, int)) {
+    return secondScale(row(n, {in<A>(), out<D>(), out<E>()}, [f](void* const* p, int len, const Vals& v) {
+        return f(ZVP_P(0, const A), ZVP_P(1, D), ZVP_P(2, E), len, v.sf, constant<int>(v, 0));
+    }));
+}
 template <class A, class B, class D>
 Row vvSfs2(const char* n, ZvpStatus (*f)(const A*, const B*, D*, int, int, int)) {
-    Row r = row(n, {in<A>(), in<B>(), out<D>()}, [f](void* const* p, int len, const Vals& v) {
+    return secondScale(row(n, {in<A>(), in<B>(), out<D>()}, [f](void* const* p, int len, const Vals& v) {
         return f(ZVP_P(0, const A), ZVP_P(1, const B), ZVP_P(2, D), len, v.sf, constant<int>(v, 0));
-    }, true);
-    r.consts = {typeOf<int>()};
-    return r.tryConstants(kSecondScale);
+    }));
 }
 
 // ---- Oracles ----------------------------------------------------------------
