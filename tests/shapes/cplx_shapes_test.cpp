@@ -128,8 +128,6 @@ const bool registered = addShapeFamily("cplx", [] {
     auto powS = [](Zvp16s, Zvp16s re, Zvp16s im, const Vals& v) { return scaled<Zvp16s>(Wide::ofU(squares(re, im)), v.sf); };
     auto powCf = [](Zvp32f, Zvp16sc s, const Vals&) { return Zvp32f(std::int64_t(squares(s.re, s.im))); };
     auto powSf = [](Zvp32f, Zvp16s re, Zvp16s im, const Vals&) { return Zvp32f(std::int64_t(squares(re, im))); };
-    auto powFc = [](auto d, auto s, const Vals&) { return decltype(d)(s.re * s.re + s.im * s.im); };
-    auto powF = [](auto d, auto re, auto im, const Vals&) { return decltype(d)(re * re + im * im); };
     auto real = [](auto, auto s, const Vals&) { return s.re; };
     auto imag = [](auto, auto s, const Vals&) { return s.im; };
     auto conj = [](auto, auto s, const Vals&) { return decltype(s){s.re, negSat(s.im)}; };
@@ -158,9 +156,9 @@ const bool registered = addShapeFamily("cplx", [] {
         VV(PolarToCart_16sc) ORA(PolarToCart_16sc, polarQ13),
         vvSfs2("PolarToCart_16sc_Sfs", zvpsPolarToCart_16sc_Sfs).withOracle(ora(zvpsPolarToCart_16sc, polar16)),
         VV(PolarToCart_32sc),
-        UN(PowerSpectr_32fc) ORA(PowerSpectr_32fc, powFc), UN(PowerSpectr_64fc) ORA(PowerSpectr_64fc, powFc),
+        UN(PowerSpectr_32fc), UN(PowerSpectr_64fc),
         UN(PowerSpectr_16sc32f) ORA(PowerSpectr_16sc32f, powCf), UN(PowerSpectr_16sc_Sfs) ORA(PowerSpectr_16sc_Sfs, powC),
-        VV(PowerSpectr_32f) ORA(PowerSpectr_32f, powF), VV(PowerSpectr_64f) ORA(PowerSpectr_64f, powF),
+        VV(PowerSpectr_32f), VV(PowerSpectr_64f),
         VV(PowerSpectr_16s32f) ORA(PowerSpectr_16s32f, powSf), VV(PowerSpectr_16s_Sfs) ORA(PowerSpectr_16s_Sfs, powS),
         UN(Real_16sc) ORA(Real_16sc, real), UN(Real_32fc) ORA(Real_32fc, real), UN(Real_64fc) ORA(Real_64fc, real),
         UN(Imag_16sc) ORA(Imag_16sc, imag), UN(Imag_32fc) ORA(Imag_32fc, imag), UN(Imag_64fc) ORA(Imag_64fc, imag),
