@@ -17,6 +17,7 @@
 //   reverse              the lanes in reverse order (full lanes)
 //   zipLo, zipHi, hiHalf, swapReIm   interleaving and pair swaps
 //   mulWideLo/Hi, maddPairs, mulEven/Odd   products into wider lanes
+//   lookup8(t, k)        16-bit lanes: entry k (0..7) of the table register t
 // Rebind<L, W> is the lane type of W with L's count (capped at a full
 // vector): the lanes a widened or narrowed L lands in.
 #pragma once
@@ -384,6 +385,15 @@ struct IntLane {
     }
     static R mulOdd(R a, R b) {
         return mulEven(_mm_srli_epi64(a, 32), _mm_srli_epi64(b, 32));
+    }
+
+    // Each 16-bit lane replaced by entry k of the eight 16-bit entries of t,
+    // k being the lane's value (0..7). A table lookup within the register.
+    static R lookup8(R t, R k) {
+        static_assert(kBits == 16);
+        // Byte indices 2k and 2k + 1 for the low and the high byte.
+        const R idx = _mm_add_epi16(_mm_mullo_epi16(k, _mm_set1_epi16(0x0202)), _mm_set1_epi16(0x0100));
+        return _mm_shuffle_epi8(t, idx);
     }
 
     static R reverse(R v) {
