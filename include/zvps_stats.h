@@ -79,15 +79,15 @@ ZvpStatus zvpsMean_32s_Sfs(const Zvp32s* pSrc, int len, Zvp32s* pMean, int scale
  * and S2, the sum of their squares: sqrt((n S2 - S1^2) / (n (n - 1))). The
  * numerator is clamped below at 0 before the division, so a constant vector
  * gives exactly 0 and rounding never gives a NaN from finite data.
- *  - 32f: the single-precision forms sum the differences d = x - x[0] from
- *    the first value instead of x (the deviation is the same), so a large
- *    common offset does not cancel the small spread it carries. Fast hint:
- *    sums of d and d^2 in sixteen single-precision partial sums each;
- *    other hints: double-double sums of d and d^2 (formed in double), the
- *    final arithmetic in double precision. MeanStdDev_32f always takes the
- *    accurate path; its mean is x[0] + (sum of d) / n in double precision,
- *    rounded once.
- *  - 64f: eight double partial sums of x and of x^2, final arithmetic in
+ *  - Float forms sum the differences d = x - x[0] from the first value
+ *    instead of x (the deviation is the same), so a large common offset
+ *    does not cancel the small spread it carries, and a constant vector
+ *    gives exactly 0. Their mean is x[0] + (sum of d) / n, in double.
+ *  - 32f, fast hint: sums of d and d^2 in sixteen single-precision partial
+ *    sums each; other hints: d formed in double, double-double sums of d
+ *    and d^2, the final arithmetic in double precision. MeanStdDev_32f
+ *    always takes the accurate path.
+ *  - 64f: eight double partial sums of d and of d^2, final arithmetic in
  *    double precision.
  *  - 16s into 16-bit and 16s32s into 32-bit results: S1 and S2 are exact in
  *    64 bits and n S2 - S1^2 exact in 128; the division and the square root

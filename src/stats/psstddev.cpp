@@ -1,9 +1,10 @@
 // StdDev and MeanStdDev: the sample deviation from one pass over the data
 // that forms S1 and S2 together (no second pass through the mean):
 //     sqrt(max(n S2 - S1^2, 0) / (n (n - 1))).
-// Single-precision data are summed as differences from their first value
-// (the deviation does not change, the cancellation of a common offset
-// goes); see zvps_stats.h for the precision of each path.
+// Float data are summed as differences from their first value (the
+// deviation does not change; the cancellation of a common offset goes, and
+// a constant vector gives exactly 0); see zvps_stats.h for the precision
+// of each path.
 #include <cmath>
 #include <cstddef>
 
@@ -81,20 +82,21 @@ void moments32f(const float* p, std::ptrdiff_t n, bool fast, float* mean, float*
 
 struct Dev64 {
     const double* p;
+    F64::R x0;
     red::Acc<double> s1, s2;
     template <class L, int u>
     void step(std::ptrdiff_t i) {
-        const auto x = L::load(p + i);
-        s1.template add<u>(x);
-        s2.template add<u>(F64::mul(x, x));
+        const auto d = L::sub(L::load(p + i), x0);
+        s1.template add<u>(d);
+        s2.template add<u>(L::mul(d, d));
     }
 };
 
 void moments64f(const double* p, std::ptrdiff_t n, double* mean, double* dev) {
-    Dev64 k{p, {}, {}};
+    Dev64 k{p, F64::set1(p[0]), {}, {}};
     red::drive<double, 1>(k, n);
     const double s1 = k.s1.total(), s2 = k.s2.total();
-    if (mean) *mean = s1 / double(n);
+    if (mean) *mean = p[0] + s1 / double(n);
     *dev = deviation(double(n), s1, s2);
 }
 

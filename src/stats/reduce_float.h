@@ -14,6 +14,7 @@
 // the lanes of one parity belong to one component.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <utility>
 
@@ -95,7 +96,7 @@ struct AccDD {
                 lo += (hi - (t - z)) + (x - z) + v[1][2 * u + lane];
                 hi = t;
             }
-            out[lane] = hi + lo;
+            out[lane] = finish(hi, lo);
         }
         return {out[0], out[1]};
     }
@@ -110,8 +111,10 @@ struct AccDD {
             lo += (hi - (t - z)) + (x - z) + v[1][k];
             hi = t;
         }
-        return hi + lo;
+        return finish(hi, lo);
     }
+    // An infinite or NaN sum stands alone: its error terms are NaN (inf - inf).
+    static double finish(double hi, double lo) { return std::isfinite(hi) ? hi + lo : hi; }
 };
 
 // Up to four singles of a lane of L (one full vector, or its low one or two
