@@ -14,11 +14,12 @@
  *  - Fast, single precision: sixteen single-precision partial sums (four
  *    vectors of four lanes in flight). The error is at most about
  *    (len/16 + 6) * 2^-24 times the sum of magnitudes.
- *  - Accurate, single precision: every value is widened to double and the
- *    values are gathered in double-double partial sums (about 106 bits),
- *    so the result is within 2^-52 of the sum of magnitudes of the exact
- *    sum before its final rounding to single precision (within one unit in
- *    the last place unless the sum cancels by a factor above 2^27).
+ *  - Accurate, single precision: every value is widened to double, blocks
+ *    of 16 values are summed in double and the blocks gathered in
+ *    double-double partial sums (about 106 bits), so the result is within
+ *    2^-51 times the sum of magnitudes of the exact sum before its final
+ *    rounding to single precision (within one unit in the last place unless
+ *    the sum cancels by a factor above 2^26).
  * The partial sums are combined in an order fixed by the length alone, so
  * a result never depends on the alignment of the data; the fast path's
  * results may change in the last bits with the processor level.

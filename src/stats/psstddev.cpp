@@ -39,11 +39,20 @@ struct DevFast {
     }
 };
 
-// Double-double sums of d and d^2, d formed in double.
+// Double-double sums of d and d^2, d formed in double; blocks of 16 values
+// are summed in double first.
 struct DevAccurate {
     const float* p;
     F64::R x0, x0low;  // (x0, x0) and (x0, 0)
     red::AccDD s1, s2;
+    template <int u>
+    void block(std::ptrdiff_t i) {
+        F64::R t[8], q[8];
+        red::widen16(p + i, t);
+        for (int j = 0; j < 8; ++j) t[j] = F64::sub(t[j], x0), q[j] = F64::mul(t[j], t[j]);
+        s1.template add<u>(red::tree8(t));
+        s2.template add<u>(red::tree8(q));
+    }
     template <class L, int u>
     void step(std::ptrdiff_t i) {
         F64::R lo, hi;
@@ -72,7 +81,7 @@ void moments32f(const float* p, std::ptrdiff_t n, bool fast, float* mean, float*
         s2 = k.s2.total();
     } else {
         DevAccurate k{p, F64::set1(x0), F64::pair(x0, 0), {}, {}};
-        red::drive<float, 1>(k, n);
+        red::driveBlocks<1>(k, n);
         s1 = k.s1.total();
         s2 = k.s2.total();
     }

@@ -2,10 +2,10 @@
 //
 //  * Single-precision data with the fast hint: sixteen single-precision
 //    partial sums (four vectors of four lanes; a complex vector two pairs
-//    per register). Any other hint: each value widened to double, pairs
-//    of values added and the result gathered in double-double partial sums,
-//    so the sum is within about 2^-52 of the sum of magnitudes before its
-//    one final rounding.
+//    per register). Any other hint: each value widened to double, blocks
+//    of 16 values summed in double and the blocks gathered in double-double
+//    partial sums, so the sum is within 2^-51 of the sum of magnitudes
+//    before its one final rounding.
 //  * Double-precision data: eight double partial sums.
 //  * Integers: exact sums (reduce_int.h) scaled by the common rule; the
 //    mean's own rounding is meanScaled's.
@@ -37,9 +37,17 @@ std::pair<T, T> plainSum(const T* p, std::ptrdiff_t n) {
     return k.acc.pairs();
 }
 
+// Blocks of 16 values are summed in double (a tree of depth 3) before they
+// enter the double-double sums; single vectors and the tail in pairs.
 struct AccurateSum {
     const float* p;
     red::AccDD acc;
+    template <int u>
+    void block(std::ptrdiff_t i) {
+        Full<double>::R t[8];
+        red::widen16(p + i, t);
+        acc.template add<u>(red::tree8(t));
+    }
     template <class L, int u>
     void step(std::ptrdiff_t i) {
         Full<double>::R lo, hi;
@@ -51,7 +59,7 @@ struct AccurateSum {
 template <int U>
 std::pair<double, double> accurateSum(const float* p, std::ptrdiff_t n) {
     AccurateSum k{p, {}};
-    red::drive<float, U>(k, n);
+    red::driveBlocks<U>(k, n);
     return k.acc.pairs();
 }
 

@@ -41,6 +41,38 @@ template <class T, int U, class K>
     for (; i < n; i += U) k.template step<Lanes<T, U>, 3>(i);
 }
 
+// The same order for kernels that also take blocks of four full vectors of
+// singles at once (k.block<u>(i): 16 values into accumulator u): blocks of
+// 64 values over accumulators 0..3, up to three more blocks into 0, 1 and
+// 2, then single full vectors and the tail into accumulator 3.
+template <int U, class K>
+[[gnu::always_inline]] inline void driveBlocks(K& k, std::ptrdiff_t n) {
+    using F = Full<float>;
+    std::ptrdiff_t i = 0;
+    for (; i + 64 <= n; i += 64) {
+        k.template block<0>(i);
+        k.template block<1>(i + 16);
+        k.template block<2>(i + 32);
+        k.template block<3>(i + 48);
+    }
+    if (i + 16 <= n) k.template block<0>(i), i += 16;
+    if (i + 16 <= n) k.template block<1>(i), i += 16;
+    if (i + 16 <= n) k.template block<2>(i), i += 16;
+    for (; i + 4 <= n; i += 4) k.template step<F, 3>(i);
+    for (; i < n; i += U) k.template step<Lanes<float, U>, 3>(i);
+}
+
+// Four full vectors of singles at p as eight registers of doubles, the
+// values in order.
+inline void widen16(const float* p, Full<double>::R* t) {
+    for (int j = 0; j < 8; ++j) t[j] = Full<double>::fromF32(Lanes<float, 2>::load(p + 2 * j));
+}
+// The lane-wise sum of eight registers, as a tree.
+inline Full<double>::R tree8(const Full<double>::R* t) {
+    using D = Full<double>;
+    return D::add(D::add(D::add(t[0], t[1]), D::add(t[2], t[3])), D::add(D::add(t[4], t[5]), D::add(t[6], t[7])));
+}
+
 // The (re, im) sums of a register of pairs: lanes of even index and lanes
 // of odd index. The sum of every lane is first + second.
 template <class T>
@@ -66,52 +98,50 @@ struct Acc {
     }
 };
 
-// Four registers of double-double partial sums: each lane a value s plus
+// Two registers of double-double partial sums: each lane a value s plus
 // the error c that rounding s lost (Knuth's two-sum, exact in every lane),
-// so the sums carry about 106 bits.
+// so the sums carry about 106 bits. Accumulators u and u + 2 share a
+// register: a two-sum is long enough that two chains keep the adder busy,
+// and four pairs would not fit the register file beside a kernel's work.
 struct AccDD {
     using F = Full<double>;
     using R = F::R;
-    R s[4] = {F::zero(), F::zero(), F::zero(), F::zero()};
-    R c[4] = {F::zero(), F::zero(), F::zero(), F::zero()};
+    R s[2] = {F::zero(), F::zero()};
+    R c[2] = {F::zero(), F::zero()};
     template <int u>
     void add(R x) {
-        const R t = F::add(s[u], x);
-        const R z = F::sub(t, s[u]);
-        const R e = F::add(F::sub(s[u], F::sub(t, z)), F::sub(x, z));
-        s[u] = t;
-        c[u] = F::add(c[u], e);
+        constexpr int k = u & 1;
+        const R t = F::add(s[k], x);
+        const R z = F::sub(t, s[k]);
+        const R e = F::add(F::sub(s[k], F::sub(t, z)), F::sub(x, z));
+        s[k] = t;
+        c[k] = F::add(c[k], e);
     }
     // The (re, im) sums (lanes 0 and 1), each rounded once to double from
     // a double-double total.
     std::pair<double, double> pairs() const {
-        alignas(16) double v[2][8];
-        for (int u = 0; u < 4; ++u) F::storea(v[0] + 2 * u, s[u]), F::storea(v[1] + 2 * u, c[u]);
+        alignas(16) double v[2][4];
+        for (int u = 0; u < 2; ++u) F::storea(v[0] + 2 * u, s[u]), F::storea(v[1] + 2 * u, c[u]);
         double out[2];
         for (int lane = 0; lane < 2; ++lane) {
             double hi = 0, lo = 0;
-            for (int u = 0; u < 4; ++u) {
-                const double x = v[0][2 * u + lane];
-                const double t = hi + x, z = t - hi;
-                lo += (hi - (t - z)) + (x - z) + v[1][2 * u + lane];
-                hi = t;
-            }
+            for (int u = 0; u < 2; ++u) twoSum(hi, lo, v[0][2 * u + lane], v[1][2 * u + lane]);
             out[lane] = finish(hi, lo);
         }
         return {out[0], out[1]};
     }
     // Every lane together, rounded once.
     double total() const {
-        alignas(16) double v[2][8];
-        for (int u = 0; u < 4; ++u) F::storea(v[0] + 2 * u, s[u]), F::storea(v[1] + 2 * u, c[u]);
+        alignas(16) double v[2][4];
+        for (int u = 0; u < 2; ++u) F::storea(v[0] + 2 * u, s[u]), F::storea(v[1] + 2 * u, c[u]);
         double hi = 0, lo = 0;
-        for (int k = 0; k < 8; ++k) {
-            const double x = v[0][k];
-            const double t = hi + x, z = t - hi;
-            lo += (hi - (t - z)) + (x - z) + v[1][k];
-            hi = t;
-        }
+        for (int k = 0; k < 4; ++k) twoSum(hi, lo, v[0][k], v[1][k]);
         return finish(hi, lo);
+    }
+    static void twoSum(double& hi, double& lo, double x, double err) {
+        const double t = hi + x, z = t - hi;
+        lo += (hi - (t - z)) + (x - z) + err;
+        hi = t;
     }
     // An infinite or NaN sum stands alone: its error terms are NaN (inf - inf).
     static double finish(double hi, double lo) { return std::isfinite(hi) ? hi + lo : hi; }
