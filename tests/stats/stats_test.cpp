@@ -1,121 +1,162 @@
-// Sums, means and deviations against oracles written here: compensated
-// long-double sums and two-pass deviations for float data, exact integers
-// (wide_int.h) for integer data. Checks and nothing-written-on-error come
-// from the shape table; this file keeps what is particular to the family.
-#include <gtest/gtest.h>
-
+// Sums, means, deviations, norms and dot products against oracles written
+// here: compensated long-double sums and two-pass deviations for float data
+// (within bounds derived below), exact integers (wide_int.h) for integer
+// data. Checks and nothing-written-on-error come from the shape table.
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <cstring>
 #include <functional>
 #include <random>
+#include <string>
 #include <vector>
 
+#include "shapes.h"
 #include "wide_int.h"
-#include "zvps.h"
 
 namespace {
 
 using namespace zvp::test;
 using LD = long double;
+using Vec = std::vector<LD>;
 
-// Neumaier-compensated long-double sum: about 2^-64 |S| + n^2 2^-128 sum|x|,
-// far below every bound checked here.
+enum Kind { Sum, Mean, Dev, MeanDev, Inf, L1, L2, L2Sqr, Dot };
+
+// One export: sources as parts (re, im interleaved) in long double, results
+// as up to two parts (re, im; or mean, deviation).
+struct Case {
+    std::string name;
+    Kind kind;
+    bool diff = false, sf = false, hint = false;
+    int partsA = 1, partsB = 0, bitsA = 0, bitsB = 0, resultBits = 0;  // bits 0: float
+    bool dataSingle = false, resultSingle = false;
+    // (a, b, len, scale factor or hint, misalignment in elements, results)
+    std::function<ZvpStatus(const Vec&, const Vec&, int, int, int, LD*)> call;
+};
+
+template <class T>
+using P = typename PartOf<T>::type;
+template <class T>
+const T* place(const Vec& v, int shift, std::vector<P<T>>& store) {
+    store.assign(shift, P<T>());
+    store.insert(store.end(), v.begin(), v.end());
+    return reinterpret_cast<const T*>(store.data() + shift);
+}
+template <class D>
+void put(const D& d, LD* out) {
+    const auto* p = reinterpret_cast<const P<D>*>(&d);
+    out[0] = p[0];
+    if (PartOf<D>::parts == 2) out[1] = p[1];
+}
+template <class T>
+int bitsOf() { return std::is_integral_v<P<T>> ? 8 * sizeof(P<T>) : 0; }
+template <class A, class B, class D, class... S>
+Case describe(const char* name, Kind k) {
+    Case c;
+    c.name = name, c.kind = k;
+    c.sf = (std::is_same_v<S, int> || ...), c.hint = (std::is_same_v<S, ZvpHintAlgorithm> || ...);
+    c.partsA = PartOf<A>::parts, c.bitsA = bitsOf<A>(), c.resultBits = bitsOf<D>();
+    if constexpr (!std::is_void_v<B>) c.partsB = PartOf<B>::parts, c.bitsB = bitsOf<B>();
+    c.dataSingle = std::is_same_v<P<A>, float>, c.resultSingle = std::is_same_v<P<D>, float>;
+    return c;
+}
+template <class A, class D, class... S>
+Case one(const char* n, Kind k, ZvpStatus (*f)(const A*, int, D*, S...)) {
+    Case c = describe<A, void, D, S...>(n, k);
+    c.call = [f](const Vec& a, const Vec&, int len, [[maybe_unused]] int x, int shift, LD* out) {
+        std::vector<P<A>> s;
+        D d{};
+        const ZvpStatus st = f(place<A>(a, shift, s), len, &d, S(x)...);
+        put(d, out);
+        return st;
+    };
+    return c;
+}
+template <class A, class D, class... S>
+Case both(const char* n, ZvpStatus (*f)(const A*, int, D*, D*, S...)) {
+    Case c = describe<A, void, D, S...>(n, MeanDev);
+    c.call = [f](const Vec& a, const Vec&, int len, [[maybe_unused]] int x, int shift, LD* out) {
+        std::vector<P<A>> s;
+        D m{}, d{};
+        const ZvpStatus st = f(place<A>(a, shift, s), len, &m, &d, S(x)...);
+        out[0] = m, out[1] = d;
+        return st;
+    };
+    return c;
+}
+template <class A, class B, class D, class... S>
+Case two(const char* n, Kind k, bool diff, ZvpStatus (*f)(const A*, const B*, int, D*, S...)) {
+    Case c = describe<A, B, D, S...>(n, k);
+    c.diff = diff, c.partsB = diff ? 0 : c.partsB;
+    c.call = [f](const Vec& a, const Vec& b, int len, [[maybe_unused]] int x, int shift, LD* out) {
+        std::vector<P<A>> s;
+        std::vector<P<B>> t;
+        D d{};
+        const ZvpStatus st = f(place<A>(a, shift, s), place<B>(b, 0, t), len, &d, S(x)...);
+        put(d, out);
+        return st;
+    };
+    return c;
+}
+#define ONE(f, k) one(#f, k, zvps##f)
+#define NORMS(k, t) one("Norm_" #k "_" #t, k, zvpsNorm_##k##_##t), two("NormDiff_" #k "_" #t, k, true, zvpsNormDiff_##k##_##t)
+#define DOT(t) two("DotProd_" #t, Dot, false, zvpsDotProd_##t)
+
+const std::vector<Case>& cases() {
+    static const std::vector<Case> v = {
+        ONE(Sum_32f, Sum), ONE(Sum_32fc, Sum), ONE(Sum_64f, Sum), ONE(Sum_64fc, Sum), ONE(Sum_16s_Sfs, Sum),
+        ONE(Sum_16sc_Sfs, Sum), ONE(Sum_16s32s_Sfs, Sum), ONE(Sum_16sc32sc_Sfs, Sum), ONE(Sum_32s_Sfs, Sum),
+        ONE(Mean_32f, Mean), ONE(Mean_32fc, Mean), ONE(Mean_64f, Mean), ONE(Mean_64fc, Mean), ONE(Mean_16s_Sfs, Mean),
+        ONE(Mean_16sc_Sfs, Mean), ONE(Mean_32s_Sfs, Mean), ONE(StdDev_32f, Dev), ONE(StdDev_64f, Dev),
+        ONE(StdDev_16s_Sfs, Dev), ONE(StdDev_16s32s_Sfs, Dev), both("MeanStdDev_32f", zvpsMeanStdDev_32f),
+        both("MeanStdDev_64f", zvpsMeanStdDev_64f), both("MeanStdDev_16s_Sfs", zvpsMeanStdDev_16s_Sfs),
+        both("MeanStdDev_16s32s_Sfs", zvpsMeanStdDev_16s32s_Sfs),
+        NORMS(Inf, 16s32f), NORMS(Inf, 16s32s_Sfs), NORMS(Inf, 32f), NORMS(Inf, 64f), NORMS(Inf, 32fc32f),
+        NORMS(Inf, 64fc64f), NORMS(L1, 16s32f), NORMS(L1, 16s32s_Sfs), NORMS(L1, 16s64s_Sfs), NORMS(L1, 32f),
+        NORMS(L1, 64f), NORMS(L1, 32fc64f), NORMS(L1, 64fc64f), NORMS(L2, 16s32f), NORMS(L2, 16s32s_Sfs),
+        NORMS(L2, 32f), NORMS(L2, 64f), NORMS(L2, 32fc64f), NORMS(L2, 64fc64f), NORMS(L2Sqr, 16s64s_Sfs),
+        DOT(32f), DOT(64f), DOT(32fc), DOT(64fc), DOT(32f64f), DOT(32fc64fc), DOT(32f32fc), DOT(32f32fc64fc),
+        DOT(64f64fc), DOT(16s32f), DOT(16sc32fc), DOT(16s16sc32fc), DOT(16s64s), DOT(16sc64sc), DOT(16s16sc64sc),
+        DOT(16s_Sfs), DOT(16sc_Sfs), DOT(16s16sc_Sfs), DOT(16s32s_Sfs), DOT(16sc32sc_Sfs), DOT(16s16sc32sc_Sfs),
+        DOT(16s32s32s_Sfs), DOT(32s_Sfs), DOT(32sc_Sfs), DOT(32s32sc_Sfs)};
+    return v;
+}
+std::size_t countB(const Case& c, int n) { return std::size_t(n) * (c.diff ? c.partsA : c.partsB); }
+
+// offset + spread * u (u uniform in [-1, 1]) in the data's precision; or
+// integers: random with a third at the extremes (kind 0), all minimum (1),
+// all maximum (2).
+Vec draw(std::size_t count, int bits, bool single, std::mt19937_64& g, int kind, LD offset = 0, LD spread = 1) {
+    Vec v(count);
+    const std::int64_t lo = bits ? -(std::int64_t(1) << (bits - 1)) : 0, hi = -lo - 1;
+    std::uniform_real_distribution<double> u(-1, 1);
+    for (LD& x : v) {
+        if (!bits) x = single ? LD(float(offset + spread * u(g))) : LD(double(offset + spread * u(g)));
+        else x = kind == 1 ? lo : kind == 2 ? hi : g() % 3 == 0 ? (g() % 2 ? lo : hi) : LD(std::int64_t(g() % std::uint64_t(hi - lo + 1)) + lo);
+    }
+    return v;
+}
+
+// ---- Float data: bounds ----------------------------------------------------------------
+
+// Neumaier-compensated long-double sum: about 2^-64 |S|, far below every bound here.
 struct Ref {
     LD s = 0, c = 0, mag = 0;
     void add(LD x) {
         const LD t = s + x;
         c += std::fabs(s) >= std::fabs(x) ? (s - t) + x : (x - t) + s;
-        s = t;
-        mag += std::fabs(x);
+        s = t, mag += std::fabs(x);
     }
     LD v() const { return s + c; }
 };
-
-template <class T>
-LD ulp(LD x) {
-    const T a = std::fabs(T(x));
-    return LD(std::nextafter(a, T(INFINITY)) - a);
+// A chain of k additions in precision eps errs by at most about k eps times
+// the sum of magnitudes; the kernels keep sixteen single or eight double
+// chains over the values, combined in 6 more steps.
+LD chainBound(std::size_t values, bool single, LD mag) {
+    return (LD(values) / (single ? 16 : 8) + 8) * (single ? 0x1p-24L : 0x1p-53L) * mag;
 }
-
-std::vector<int> lengths() {
-    std::vector<int> v;
-    for (int n = 1; n <= 70; ++n) v.push_back(n);
-    for (int n : {257, 4099, 65537, 1000000}) v.push_back(n);
-    return v;
-}
-
-// ---- Float data --------------------------------------------------------------------
-
-enum What { Sum, Mean, Dev, MeanDev };
-struct FloatCase {
-    const char* name;
-    bool dbl;
-    int parts, hint;  // hint -1: the export takes none
-    What what;
-    std::function<ZvpStatus(const void*, int, void*, void*, int)> call;
-};
-const std::vector<FloatCase>& floatCases() {
-    static const std::vector<FloatCase> v = [] {
-        std::vector<FloatCase> c = {
-            {"Sum_32fc", false, 2, 1, Sum, [](const void* s, int n, void* d, void*, int h) { return zvpsSum_32fc((const Zvp32fc*)s, n, (Zvp32fc*)d, ZvpHintAlgorithm(h)); }},
-            {"Mean_32fc", false, 2, 1, Mean, [](const void* s, int n, void* d, void*, int h) { return zvpsMean_32fc((const Zvp32fc*)s, n, (Zvp32fc*)d, ZvpHintAlgorithm(h)); }},
-            {"Sum_32f", false, 1, 1, Sum, [](const void* s, int n, void* d, void*, int h) { return zvpsSum_32f((const Zvp32f*)s, n, (Zvp32f*)d, ZvpHintAlgorithm(h)); }},
-            {"Mean_32f", false, 1, 1, Mean, [](const void* s, int n, void* d, void*, int h) { return zvpsMean_32f((const Zvp32f*)s, n, (Zvp32f*)d, ZvpHintAlgorithm(h)); }},
-            {"StdDev_32f", false, 1, 1, Dev, [](const void* s, int n, void* d, void*, int h) { return zvpsStdDev_32f((const Zvp32f*)s, n, (Zvp32f*)d, ZvpHintAlgorithm(h)); }},
-            {"MeanStdDev_32f", false, 1, -1, MeanDev, [](const void* s, int n, void* d, void* e, int) { return zvpsMeanStdDev_32f((const Zvp32f*)s, n, (Zvp32f*)d, (Zvp32f*)e); }},
-            {"Sum_64f", true, 1, -1, Sum, [](const void* s, int n, void* d, void*, int) { return zvpsSum_64f((const Zvp64f*)s, n, (Zvp64f*)d); }},
-            {"Mean_64f", true, 1, -1, Mean, [](const void* s, int n, void* d, void*, int) { return zvpsMean_64f((const Zvp64f*)s, n, (Zvp64f*)d); }},
-            {"Sum_64fc", true, 2, -1, Sum, [](const void* s, int n, void* d, void*, int) { return zvpsSum_64fc((const Zvp64fc*)s, n, (Zvp64fc*)d); }},
-            {"Mean_64fc", true, 2, -1, Mean, [](const void* s, int n, void* d, void*, int) { return zvpsMean_64fc((const Zvp64fc*)s, n, (Zvp64fc*)d); }},
-            {"StdDev_64f", true, 1, -1, Dev, [](const void* s, int n, void* d, void*, int) { return zvpsStdDev_64f((const Zvp64f*)s, n, (Zvp64f*)d); }},
-            {"MeanStdDev_64f", true, 1, -1, MeanDev, [](const void* s, int n, void* d, void* e, int) { return zvpsMeanStdDev_64f((const Zvp64f*)s, n, (Zvp64f*)d, (Zvp64f*)e); }},
-        };
-        return c;
-    }();
-    return v;
-}
-
-// Results of one call, as long doubles: up to two values (re, im; or mean, dev).
-struct Got {
-    ZvpStatus st;
-    LD r[2];
-};
-Got callAt(const FloatCase& fc, const std::vector<double>& x, int n, int hint, int shift) {
-    // The data at a misalignment of `shift` elements.
-    std::vector<unsigned char> buf((x.size() + 4) * 8);
-    const std::size_t sz = fc.dbl ? 8 : 4;
-    unsigned char* p = buf.data() + shift * sz;
-    for (std::size_t i = 0; i < x.size(); ++i) {
-        if (fc.dbl) std::memcpy(p + 8 * i, &x[i], 8);
-        else { const float f = float(x[i]); std::memcpy(p + 4 * i, &f, 4); }
-    }
-    double o[2] = {0, 0}, e = 0;
-    float of[2] = {0, 0}, ef = 0;
-    Got g;
-    g.st = fc.dbl ? fc.call(p, n, o, &e, hint) : fc.call(p, n, of, &ef, hint);
-    if (!fc.dbl) o[0] = of[0], o[1] = of[1], e = ef;
-    g.r[0] = o[0];
-    g.r[1] = fc.what == MeanDev ? e : o[1];
-    return g;
-}
-
-// Values offset + spread * u, u uniform in [-1, 1], exactly representable in the data type.
-std::vector<double> draw(int count, bool dbl, double offset, double spread, unsigned seed) {
-    std::mt19937_64 g(seed);
-    std::uniform_real_distribution<double> u(-1, 1);
-    std::vector<double> x(count);
-    for (double& v : x) v = dbl ? offset + spread * u(g) : double(float(offset + spread * u(g)));
-    return x;
-}
-
-// Error bounds. A chain of k additions in precision eps errs by at most
-// about k eps times the sum of magnitudes; the kernels keep sixteen single
-// or eight double chains of n / chains additions, combined in 6 more steps.
-LD chainBound(int values, bool dbl, LD mag) {
-    const LD eps = dbl ? 0x1p-53L : 0x1p-24L;
-    return (LD(values) / (dbl ? 8 : 16) + 8) * eps * mag;
+LD ulpOf(bool single, LD x) {
+    return single ? LD(std::nextafter(std::fabs(float(x)), INFINITY) - std::fabs(float(x)))
+                  : LD(std::nextafter(std::fabs(double(x)), INFINITY) - std::fabs(double(x)));
 }
 // The deviation's error from an error dNum in n S2 - S1^2.
 LD devBound(LD sd, LD dNum, int n) {
@@ -123,109 +164,143 @@ LD devBound(LD sd, LD dNum, int n) {
     return sd > 0 ? std::min(d / (2 * sd), std::sqrt(d)) : std::sqrt(d);
 }
 
-void checkFloat(const FloatCase& fc, const std::vector<double>& x, int n, int hint) {
-    const bool fast = hint == 1, single = !fc.dbl;
-    const Got g = callAt(fc, x, n, hint, (n + hint) % 4);
-    ASSERT_EQ(g.st, zvpStsNoErr);
-    SCOPED_TRACE(::testing::Message() << fc.name << " n=" << n << " hint=" << hint);
-    auto near = [&](LD got, LD want, LD bound) {
-        if (std::isnan(double(want))) {
-            EXPECT_TRUE(std::isnan(double(got)));
-            return;
-        }
-        EXPECT_LE(std::fabs(got - want), bound) << "got " << double(got) << " want " << double(want);
-    };
-    auto resultUlp = [&](LD v) { return single ? ulp<float>(v) : ulp<double>(v); };
-    if (fc.what == Sum || fc.what == Mean) {
-        for (int k = 0; k < fc.parts; ++k) {
+// The oracle's values and the error each may carry.
+void floatOracle(const Case& c, const Vec& a, const Vec& b, int n, bool fast, LD* want, LD* bound) {
+    // Single-precision sums: single data and result, and the fast hint where there is one.
+    const bool single = c.dataSingle && c.resultSingle && (!c.hint || fast);
+    const std::size_t values = std::size_t(n) * c.partsA;
+    want[1] = bound[1] = 0;
+    if (c.kind == Sum || c.kind == Mean) {
+        for (int k = 0; k < c.partsA; ++k) {
             Ref r;
-            for (int i = k; i < n * fc.parts; i += fc.parts) r.add(x[i]);
-            const LD div = fc.what == Mean ? n : 1;
-            // The accurate single-precision path: pairs added in double, then
-            // double-double partial sums.
-            const LD err = single && !fast ? 0x1p-51L * r.mag : chainBound(n * fc.parts, fc.dbl || !fast, r.mag);
-            near(g.r[k], r.v() / div, err / div + resultUlp(r.v() / div));
+            for (std::size_t i = k; i < values; i += c.partsA) r.add(a[i]);
+            const LD div = c.kind == Mean ? n : 1;
+            // Accurate single: blocks of 16 in double (a tree of depth 3), then double-double.
+            const LD err = c.dataSingle && !single ? 0x1p-51L * r.mag : chainBound(values, single, r.mag);
+            want[k] = r.v() / div, bound[k] = err / div + ulpOf(c.resultSingle, want[k]);
         }
-        return;
+    } else if (c.kind == Dev || c.kind == MeanDev) {
+        Ref s, q, d1, d2;
+        for (int i = 0; i < n; ++i) s.add(a[i]);
+        const LD mean = s.v() / n;
+        for (int i = 0; i < n; ++i) q.add((a[i] - mean) * (a[i] - mean));
+        // The kernels sum d = x - x[0] and d^2, then take n S2 - S1^2.
+        for (int i = 0; i < n; ++i) d1.add(a[i] - a[0]), d2.add((a[i] - a[0]) * (a[i] - a[0]));
+        const LD size = LD(n) * d2.v() + 2 * std::fabs(d1.v()) * d1.mag;
+        const LD dNum = c.dataSingle && !single ? 0x1p-50L * size : 3 * chainBound(n, single, size);
+        const LD sd = std::sqrt(q.v() / (n - 1));
+        const int k = c.kind == MeanDev;
+        want[k] = sd, bound[k] = devBound(sd, dNum, n) + 2 * ulpOf(c.resultSingle, sd);
+        if (k) want[0] = mean, bound[0] = chainBound(n, false, s.mag) / n + ulpOf(c.resultSingle, mean);
+    } else if (c.kind == Dot) {
+        LD mag[2] = {0, 0};
+        want[0] = 0;
+        for (int i = 0; i < n; ++i) {
+            const LD ar = a[i * c.partsA], ai = c.partsA == 2 ? a[2 * i + 1] : 0;
+            const LD br = b[i * c.partsB], bi = c.partsB == 2 ? b[2 * i + 1] : 0;
+            want[0] += ar * br - ai * bi, want[1] += ar * bi + ai * br;
+            mag[0] += std::fabs(ar * br) + std::fabs(ai * bi), mag[1] += std::fabs(ar * bi) + std::fabs(ai * br);
+        }
+        for (int k = 0; k < 2; ++k) bound[k] = chainBound(std::size_t(n) * 2, single, mag[k]) + ulpOf(c.resultSingle, want[k]);
+    } else {
+        LD m = 0, s1 = 0, s2 = 0;
+        for (int i = 0; i < n; ++i) {
+            LD t2 = 0;
+            for (int p = 0; p < c.partsA; ++p) {
+                const LD d = a[i * c.partsA + p] - (c.diff ? b[i * c.partsA + p] : 0);
+                t2 += d * d;
+            }
+            m = std::max(m, std::sqrt(t2)), s1 += std::sqrt(t2), s2 += t2;
+        }
+        // Single-precision differences round once more: one eps on each term.
+        const LD extra = c.diff && c.dataSingle && c.resultSingle ? 0x1p-24L : 0;
+        // A complex magnitude rounds three times in double (squares, sum, root).
+        if (c.kind == Inf) want[0] = m, bound[0] = extra * m + c.partsA * ulpOf(c.resultSingle, m);
+        if (c.kind == L1) want[0] = s1, bound[0] = chainBound(values, single, s1) + extra * s1 + ulpOf(c.resultSingle, s1);
+        if (c.kind == L2)
+            want[0] = std::sqrt(s2), bound[0] = (chainBound(values, single, s2) / s2 / 2 + 2 * extra) * want[0] + 2 * ulpOf(c.resultSingle, want[0]);
     }
-    // Deviation: two passes in long double.
-    Ref s;
-    for (int i = 0; i < n; ++i) s.add(x[i]);
-    const LD mean = s.v() / n;
-    Ref q;
-    for (int i = 0; i < n; ++i) q.add((x[i] - mean) * (x[i] - mean));
-    const LD sd = std::sqrt(q.v() / (n - 1));
-    // The kernels sum d = x - x[0].
-    const LD x0 = x[0];
-    Ref d1, d2;
-    for (int i = 0; i < n; ++i) d1.add(x[i] - x0), d2.add((x[i] - x0) * (x[i] - x0));
-    const LD size = LD(n) * d2.v() + 2 * std::fabs(d1.v()) * d1.mag;
-    const LD dNum = single && !fast ? 0x1p-50L * size : 3 * chainBound(n, !single, size);
-    near(g.r[fc.what == MeanDev ? 1 : 0], sd, devBound(sd, dNum, n) + 2 * resultUlp(sd));
-    if (fc.what == MeanDev) near(g.r[0], mean, chainBound(n, true, s.mag) / n + resultUlp(mean));
 }
 
 TEST(StatsFloat, WithinDerivedBoundsOfLongDoubleOracles) {
-    for (const FloatCase& fc : floatCases())
-        for (int n : lengths()) {
-            if (n < 2 && (fc.what == Dev || fc.what == MeanDev)) continue;
+    std::mt19937_64 g(5);
+    std::vector<int> lens;
+    for (int n = 1; n <= 70; ++n) lens.push_back(n);
+    for (int n : {257, 4099, 65537, 1000000}) lens.push_back(n);
+    for (const Case& c : cases()) {
+        if (c.bitsA) continue;
+        for (int n : lens) {
+            if ((n < 2 && (c.kind == Dev || c.kind == MeanDev)) || (n == 1000000 && c.kind >= Inf)) continue;
             // Zero mean; and a large offset carrying a small spread (cancellation).
             for (int kind = 0; kind < 2; ++kind) {
-                const auto x = draw(n * fc.parts, fc.dbl, kind ? (fc.dbl ? 1e8 : 1e4) : 0, kind ? 1e-2 : 1, n * 7 + kind);
-                for (int hint : fc.hint < 0 ? std::vector<int>{0} : std::vector<int>{1, 2})
-                    checkFloat(fc, x, n, hint);
+                const Vec a = draw(std::size_t(n) * c.partsA, 0, c.dataSingle, g, 0, kind ? (c.dataSingle ? 1e4 : 1e8) : 0, kind ? 1e-2 : 1);
+                const Vec b = draw(countB(c, n), 0, c.dataSingle, g, 0, 0, kind ? 1e3 : 1);
+                for (int hint : c.hint ? std::vector<int>{1, 2} : std::vector<int>{0}) {
+                    LD got[2] = {0, 0}, want[2], bound[2];
+                    ASSERT_EQ(c.call(a, b, n, hint, (n + hint) % 4, got), zvpStsNoErr);
+                    floatOracle(c, a, b, n, hint == 1, want, bound);
+                    for (int k = 0; k < 2; ++k)
+                        ASSERT_LE(std::fabs(got[k] - want[k]), bound[k]) << c.name << " n=" << n << " kind=" << kind << " hint="
+                                                                          << hint << " part " << k << ": " << double(got[k]) << " vs " << double(want[k]);
+                }
             }
         }
-}
-
-// Only the fast hint changes the result; every other value is the
-// accurate path, bit for bit. The result never depends on alignment.
-TEST(StatsFloat, OnlyTheFastHintIsFastAndAlignmentNeverMatters) {
-    std::vector<double> big(1001, 1.0);
-    big[0] = 1e8;  // the fast sums lose the ones that meet 1e8 in its lane
-    for (const FloatCase& fc : floatCases()) {
-        if (fc.hint < 0) continue;
-        const int n = 1001 / fc.parts;
-        const Got acc = callAt(fc, big, n, 2, 0), fast = callAt(fc, big, n, 1, 0);
-        EXPECT_NE(acc.r[0], fast.r[0]) << fc.name;
-        for (int h : {0, 3, -1, 100, INT_MIN, INT_MAX}) {
-            const Got g = callAt(fc, big, n, h, 1);
-            EXPECT_TRUE(g.r[0] == acc.r[0] && g.r[1] == acc.r[1]) << fc.name << " hint " << h;
-        }
-        const auto x = draw(77 * fc.parts, false, 3, 1, 5);
-        for (int h : {1, 2})
-            for (int shift = 1; shift < 4; ++shift) {
-                const Got a = callAt(fc, x, 77, h, 0), b = callAt(fc, x, 77, h, shift);
-                EXPECT_TRUE(a.r[0] == b.r[0] && a.r[1] == b.r[1]) << fc.name << " misaligned by " << shift;
-            }
     }
 }
 
-// A NaN anywhere gives a NaN (in its component); opposite infinities give a
-// NaN sum, one infinity an infinite one, and an infinite deviation is NaN.
+// Only the fast hint changes a result; every other value is the accurate
+// path, bit for bit. A result never depends on alignment.
+TEST(StatsFloat, OnlyTheFastHintIsFastAndAlignmentNeverMatters) {
+    std::mt19937_64 g(7);
+    Vec big(1001, 1);
+    big[0] = 1e8;  // the fast sums lose the ones that meet 1e8 in its lane
+    for (const Case& c : cases()) {
+        if (c.bitsA) continue;
+        LD acc[2] = {0, 0}, fast[2] = {0, 0}, got[2] = {0, 0};
+        if (c.hint) {
+            const int n = 1001 / c.partsA;
+            c.call(big, big, n, 2, 0, acc), c.call(big, big, n, 1, 0, fast);
+            EXPECT_NE(acc[0], fast[0]) << c.name;
+            for (int h : {0, 3, -1, 100, INT_MIN, INT_MAX}) {
+                c.call(big, big, n, h, 1, got);
+                EXPECT_TRUE(got[0] == acc[0] && got[1] == acc[1]) << c.name << " hint " << h;
+            }
+        }
+        const Vec a = draw(77 * c.partsA, 0, c.dataSingle, g, 0, 3), b = draw(countB(c, 77), 0, c.dataSingle, g, 0);
+        for (int h : {1, 2}) {
+            c.call(a, b, 77, h, 0, acc);
+            for (int shift = 1; shift < 4; ++shift) {
+                c.call(a, b, 77, h, shift, got);
+                EXPECT_TRUE(got[0] == acc[0] && got[1] == acc[1]) << c.name << " misaligned by " << shift;
+            }
+        }
+    }
+}
+
+// A NaN anywhere gives a NaN, the infinity norms included (where larger
+// values after it would otherwise win); opposite infinities give a NaN sum,
+// one infinity an infinite sum and a NaN deviation.
 TEST(StatsFloat, NaNAndInfinities) {
-    for (const FloatCase& fc : floatCases())
-        for (int n : {2, 5, 37, 70})
+    std::mt19937_64 g(9);
+    for (const Case& c : cases()) {
+        if (c.bitsA) continue;
+        for (int n : {2, 6, 37, 70})
             for (int at : {0, n / 2, n - 1})
                 for (int hint : {1, 2}) {
-                    auto x = draw(n * fc.parts, fc.dbl, 0, 1, n);
-                    x[at * fc.parts] = NAN;
-                    const Got g = callAt(fc, x, n, hint, at % 4);
-                    const bool dev = fc.what == Dev || fc.what == MeanDev;
-                    const int k = fc.what == MeanDev ? 1 : 0;
-                    EXPECT_TRUE(std::isnan(double(g.r[k]))) << fc.name << " " << n << " " << at;
-                    x[at * fc.parts] = INFINITY;
-                    const Got inf = callAt(fc, x, n, hint, 0);
-                    if (dev) {
-                        EXPECT_TRUE(std::isnan(double(inf.r[k]))) << fc.name;
-                    } else {
-                        EXPECT_EQ(double(inf.r[0]), INFINITY) << fc.name;
-                    }
-                    x[(n - 1 - at) * fc.parts] = -INFINITY;
-                    if (!dev && at != n - 1 - at) {
-                        EXPECT_TRUE(std::isnan(double(callAt(fc, x, n, hint, 0).r[0]))) << fc.name;
-                    }
+                    Vec a = draw(std::size_t(n) * c.partsA, 0, c.dataSingle, g, 0, 1e6), b = draw(countB(c, n), 0, c.dataSingle, g, 0);
+                    LD got[2];
+                    a[at * c.partsA] = NAN;
+                    c.call(a, b, n, hint, at % 4, got);
+                    EXPECT_TRUE(std::isnan(double(got[c.kind == MeanDev]))) << c.name << " n=" << n << " at " << at;
+                    if (c.kind > MeanDev) continue;
+                    a[at * c.partsA] = INFINITY;
+                    c.call(a, b, n, hint, 0, got);
+                    EXPECT_EQ(std::isnan(double(got[c.kind == MeanDev])), c.kind >= Dev) << c.name << " with +inf";
+                    a[(n - 1 - at) * c.partsA] = -INFINITY;
+                    c.call(a, b, n, hint, 0, got);
+                    EXPECT_TRUE(at == n - 1 - at || std::isnan(double(got[c.kind == MeanDev]))) << c.name << " with +-inf";
                 }
+    }
 }
 
 TEST(StatsFloat, DeviationEdges) {
@@ -233,111 +308,108 @@ TEST(StatsFloat, DeviationEdges) {
     double d = -1;
     EXPECT_EQ(zvpsStdDev_64f(a, 1, &d), zvpStsSizeErr);
     EXPECT_EQ(d, -1);
-    float f = -1, m = -1;
-    EXPECT_EQ(zvpsMeanStdDev_32f(reinterpret_cast<const float*>(a), 1, &m, &f), zvpStsSizeErr);
-    EXPECT_TRUE(f == -1 && m == -1);
     ASSERT_EQ(zvpsStdDev_64f(a, 4, &d), zvpStsNoErr);
     EXPECT_NEAR(d, std::sqrt(5.0 / 3), 2.3e-16);
-    // Constant vectors whose n S2 - S1^2 rounds below zero give exactly 0.
-    for (double c : {0.1, 1e-3, 3.3, 1e15 + 1}) {
-        const std::vector<double> v(999, c);
-        ASSERT_EQ(zvpsStdDev_64f(v.data(), 999, &d), zvpStsNoErr);
-        EXPECT_EQ(d, 0.0) << c;
-        const std::vector<float> w(999, float(c));
-        for (int h : {1, 2}) {
-            ASSERT_EQ(zvpsStdDev_32f(w.data(), 999, &f, ZvpHintAlgorithm(h)), zvpStsNoErr);
-            EXPECT_EQ(f, 0.0f) << c;
-        }
+    // Constant vectors, where n S2 - S1^2 of the raw values would round away from 0.
+    for (double x : {0.1, 1e-3, 3.3, 1e15 + 1}) {
+        const std::vector<double> v(999, x);
+        const std::vector<float> w(999, float(x));
+        float f = -1;
+        EXPECT_TRUE(zvpsStdDev_64f(v.data(), 999, &d) == zvpStsNoErr && d == 0) << x;
+        for (int h : {1, 2}) EXPECT_TRUE(zvpsStdDev_32f(w.data(), 999, &f, ZvpHintAlgorithm(h)) == zvpStsNoErr && f == 0) << x;
     }
 }
 
-// ---- Integer data ----------------------------------------------------------------
+// ---- Integer data: exact oracles -----------------------------------------------------------
 
-// Mean: the quotient rounded to nearest even; a negative factor shifts the
-// sum first when it lies in the 32-bit range, else the quotient; a shift of
-// 32 or more saturates a non-zero mean.
-template <class D>
-D meanOracle(const Wide& s, int n, int sf) {
+Wide W(LD x) { return Wide::of(std::int64_t(x)); }
+LD asLD(const Wide& w) { return w.negative() ? -LD(w.mag64()) : LD(w.mag64()); }  // exact below 2^64
+LD scaledTo(int bits, const Wide& r, int sf) {
+    return bits == 16 ? LD(scaled<Zvp16s>(r, sf)) : bits == 32 ? LD(scaled<Zvp32s>(r, sf)) : LD(scaled<Zvp64s>(r, sf));
+}
+// Mean: the quotient to nearest even; a negative factor shifts the sum
+// first when it lies in the 32-bit range, else the quotient; a shift of 32
+// or more saturates a non-zero mean.
+LD meanOracle(int bits, const Wide& s, int n, int sf) {
     const Wide q = roundQuotient(s, Wide::of(n), Mode::NearestEven);
-    if (sf >= 0) return scaled<D>(q, sf);
-    if (s.isZero()) return 0;
-    if (sf <= -32) return s.negative() ? std::numeric_limits<D>::min() : std::numeric_limits<D>::max();
+    if (sf >= 0 || s.isZero()) return scaledTo(bits, q, sf);
+    if (sf <= -32) return scaledTo(bits, s, -200);
     const bool in32 = compare(s, Wide::of(INT32_MAX)) <= 0 && compare(s, Wide::of(INT32_MIN)) >= 0;
-    return in32 ? quotient<D>(s, Wide::of(n), sf, Mode::NearestEven) : scaled<D>(q, sf);
+    return in32 ? scaledTo(bits, roundQuotient(s.shl(-sf), Wide::of(n), Mode::NearestEven), 0) : scaledTo(bits, q, sf);
 }
-
-// The deviation in two long-double passes, scaled, rounded to nearest even,
-// saturated; `tie` is set when it lies too near a half to decide.
-template <class D>
-D devOracle(const std::vector<std::int64_t>& x, int sf, bool& tie) {
+// The deviation in two long-double passes, scaled, to nearest even,
+// saturated; NAN when it lies too near a half to decide.
+LD devOracle(int bits, const Vec& x, int sf) {
     LD mean = 0, q = 0;
-    for (auto v : x) mean += v;
+    for (LD v : x) mean += v;
     mean /= x.size();
-    for (auto v : x) q += (v - mean) * (v - mean);
+    for (LD v : x) q += (v - mean) * (v - mean);
     const LD r = std::ldexp(std::sqrt(q / (x.size() - 1)), -std::clamp(sf, -200, 200));
-    tie = std::fabs(r - std::floor(r) - 0.5L) < 1e-9L * (1 + r);
-    if (r >= LD(std::numeric_limits<D>::max())) return std::numeric_limits<D>::max();
-    return D(std::nearbyint(r));
+    if (std::fabs(r - std::floor(r) - 0.5L) < 1e-9L * (1 + r)) return NAN;
+    return std::min(std::nearbyint(r), LD(bits == 16 ? INT16_MAX : INT32_MAX));
 }
-
-struct IntCase {
-    const char* name;
-    int bits, parts;  // source part width; 2 for complex
-    What what;
-    // Calls with the source parts widened to int64 and returns the result parts.
-    std::function<std::vector<std::int64_t>(const std::vector<std::int64_t>&, int, int, ZvpStatus&)> call;
-};
-template <class S, class D, class F>
-IntCase intCase(const char* name, int parts, What w, F f) {
-    return {name, int(8 * sizeof(S)), parts, w, [f](const std::vector<std::int64_t>& x, int n, int sf, ZvpStatus& st) {
-                std::vector<S> s(x.begin(), x.end());
-                D out[2] = {0, 0};
-                st = f(s.data(), n, out, sf);
-                return std::vector<std::int64_t>{out[0], out[1]};
-            }};
+// The L1 norm into 32 bits: truncating shifts, 0 from 32 on, saturated.
+LD l1Truncated(const Wide& s, int sf) {
+    if (sf >= 32) return 0;
+    return LD(clampTo<Zvp32s>(sf >= 0 ? s.shrMag(sf) : s.shl(std::min(-sf, 31))));
 }
-#define SUMC(f, D, DC) intCase<Zvp16s, D>(#f, 2, #f[0] == 'S' ? Sum : Mean, [](const Zvp16s* s, int n, D* o, int sf) { \
-    return zvps##f((const Zvp16sc*)s, n, (DC*)o, sf); })
-#define REAL(f, S, D, W) intCase<S, D>(#f, 1, W, [](const S* s, int n, D* o, int sf) { return zvps##f(s, n, o, sf); })
-#define MSD(f, D) intCase<Zvp16s, D>(#f, 1, MeanDev, [](const Zvp16s* s, int n, D* o, int sf) { return zvps##f(s, n, o, o + 1, sf); })
+// q = sqrt(s) 2^-sf to nearest even, saturated: checked by squares, exactly.
+bool roundedRoot(const Wide& s, int sf, std::int64_t q) {
+    if (sf > 40) return q == 0;
+    if (sf < -40) return q == (s.isZero() ? 0 : INT32_MAX);
+    const Wide s4 = s.shl(2 + 2 * std::max(0, -sf));
+    auto sq = [&](std::int64_t k) { return (Wide::of(k) * Wide::of(k)).shl(2 * std::max(0, sf)); };
+    const int lo = compare(sq(2 * q - 1), s4), hi = compare(s4, sq(2 * q + 1));
+    if (q == INT32_MAX) return lo <= 0;
+    if (q == 0) return hi <= 0;
+    return lo <= 0 && hi <= 0 && ((lo != 0 && hi != 0) || q % 2 == 0);
+}
 
 TEST(StatsInt, ExactAgainstWideIntegerOracles) {
-    const std::vector<IntCase> cases = {
-        REAL(Sum_16s_Sfs, Zvp16s, Zvp16s, Sum), REAL(Sum_16s32s_Sfs, Zvp16s, Zvp32s, Sum),
-        REAL(Sum_32s_Sfs, Zvp32s, Zvp32s, Sum), SUMC(Sum_16sc_Sfs, Zvp16s, Zvp16sc),
-        SUMC(Sum_16sc32sc_Sfs, Zvp32s, Zvp32sc), REAL(Mean_16s_Sfs, Zvp16s, Zvp16s, Mean),
-        REAL(Mean_32s_Sfs, Zvp32s, Zvp32s, Mean), SUMC(Mean_16sc_Sfs, Zvp16s, Zvp16sc),
-        REAL(StdDev_16s_Sfs, Zvp16s, Zvp16s, Dev), REAL(StdDev_16s32s_Sfs, Zvp16s, Zvp32s, Dev),
-        MSD(MeanStdDev_16s_Sfs, Zvp16s), MSD(MeanStdDev_16s32s_Sfs, Zvp32s)};
     std::vector<int> sfs = {INT_MIN, -100, INT_MAX, 100};
     for (int sf = -66; sf <= 66; ++sf) sfs.push_back(sf);
-    std::mt19937_64 g(11);
-    for (const IntCase& c : cases) {
-        const bool dev = c.what == Dev || c.what == MeanDev;
-        const int resultBits = std::strstr(c.name, "32s") ? 32 : 16;
-        for (int n : {1, 2, 3, 7, 8, 9, 16, 17, 31, 70, 1001, 300007}) {
-            if (dev && n < 2) continue;
-            for (int kind = 0; kind < 3; ++kind) {  // random, all minimum, all maximum
-                const std::int64_t lo = -(std::int64_t(1) << (c.bits - 1)), hi = -lo - 1;
-                std::vector<std::int64_t> x(std::size_t(n) * c.parts);
-                for (auto& v : x) v = kind == 1 ? lo : kind == 2 ? hi : g() % 3 == 0 ? (g() % 2 ? lo : hi) : std::int64_t(g() % (hi - lo + 1)) + lo;
-                Wide s[2];
-                for (std::size_t i = 0; i < x.size(); ++i) s[i % c.parts] = s[i % c.parts] + Wide::of(x[i]);
-                for (int sf : sfs) {
-                    if (n > 1000 && sf % 16 != 0) continue;
-                    ZvpStatus st;
-                    const auto got = c.call(x, n, sf, st);
-                    ASSERT_EQ(st, zvpStsNoErr);
-                    for (int k = 0; k < (c.what == MeanDev ? 2 : c.parts); ++k) {
-                        std::int64_t want;
-                        bool tie = false;
-                        const What w = c.what == MeanDev ? (k ? Dev : Mean) : c.what;
-                        const Wide& sk = s[c.parts == 2 ? k : 0];
-                        if (w == Sum) want = resultBits == 32 ? scaled<Zvp32s>(sk, sf) : scaled<Zvp16s>(sk, sf);
-                        else if (w == Mean) want = resultBits == 32 ? meanOracle<Zvp32s>(sk, n, sf) : meanOracle<Zvp16s>(sk, n, sf);
-                        else want = resultBits == 32 ? devOracle<Zvp32s>(x, sf, tie) : devOracle<Zvp16s>(x, sf, tie);
-                        if (tie) continue;
-                        ASSERT_EQ(got[k], want) << c.name << " n=" << n << " kind=" << kind << " sf=" << sf << " part " << k;
+    std::mt19937_64 g(3);
+    for (const Case& c : cases()) {
+        if (!c.bitsA) continue;
+        for (int n : {1, 2, 3, 7, 8, 9, 15, 16, 17, 31, 33, 70, 1001, 65536 + 9, 300007}) {
+            if (n < 2 && (c.kind == Dev || c.kind == MeanDev)) continue;
+            for (int kind = 0; kind < 3; ++kind) {
+                const Vec a = draw(std::size_t(n) * c.partsA, c.bitsA, false, g, kind);
+                const Vec b = draw(countB(c, n), c.diff ? 16 : c.bitsB, false, g, c.diff ? 3 - kind : kind);
+                // Exact sums: s by part; m, s1, s2 of the norm terms; r the dot product.
+                Wide s[2], m, s1, s2, r[2];
+                for (std::size_t i = 0; i < a.size(); ++i) s[i % c.partsA] = s[i % c.partsA] + W(a[i]);
+                for (std::size_t i = 0; c.kind >= Inf && c.kind != Dot && i < a.size(); ++i) {
+                    const Wide t = (c.diff ? W(a[i]) - W(b[i]) : W(a[i])).abs();
+                    m = compare(t, m) > 0 ? t : m, s1 = s1 + t, s2 = s2 + t * t;
+                }
+                for (int i = 0; c.kind == Dot && i < n; ++i) {
+                    const Wide ar = W(a[i * c.partsA]), ai = c.partsA == 2 ? W(a[2 * i + 1]) : Wide();
+                    const Wide br = W(b[i * c.partsB]), bi = c.partsB == 2 ? W(b[2 * i + 1]) : Wide();
+                    r[0] = r[0] + ar * br - ai * bi, r[1] = r[1] + ar * bi + ai * br;
+                }
+                for (int sf : c.sf ? sfs : std::vector<int>{0}) {
+                    if (n > 1000 && sf % 8) continue;
+                    LD got[2] = {0, 0}, want[2] = {0, 0};
+                    ASSERT_EQ(c.call(a, b, n, sf, n % 3, got), zvpStsNoErr);
+                    const int rb = c.resultBits;
+                    for (int k = 0; k < 2; ++k) {
+                        if (c.kind == Sum && k < c.partsA) want[k] = scaledTo(rb, s[k], sf);
+                        if (c.kind == Mean && k < c.partsA) want[k] = meanOracle(rb, s[k], n, sf);
+                        if (c.kind == MeanDev) want[k] = k ? devOracle(rb, a, sf) : meanOracle(rb, s[0], n, sf);
+                        if (c.kind == Dev && k == 0) want[k] = devOracle(rb, a, sf);
+                        if (c.kind == Dot) want[k] = !rb ? LD(float(asLD(r[k]))) : !c.sf ? asLD(r[k]) : scaledTo(rb, r[k], std::min(sf, 31));
+                    }
+                    if (c.kind >= Inf && c.kind != Dot) {
+                        const Wide& v = c.kind == Inf ? m : c.kind == L1 ? s1 : s2;
+                        if (!rb) want[0] = c.kind == L2 ? LD(float(std::sqrt(double(asLD(v))))) : LD(float(asLD(v)));
+                        else if (c.kind == L1 && rb == 32) want[0] = l1Truncated(v, sf);
+                        else if (c.kind == L2) want[0] = roundedRoot(v, sf, std::int64_t(got[0])) ? got[0] : NAN;
+                        else want[0] = scaledTo(rb, v, sf);
+                    }
+                    for (int k = 0; k < 2; ++k) {
+                        if (std::isnan(double(want[k])) && (c.kind == Dev || c.kind == MeanDev)) continue;  // a near tie
+                        ASSERT_EQ(got[k], want[k]) << c.name << " n=" << n << " kind=" << kind << " sf=" << sf << " part " << k;
                     }
                 }
             }
@@ -345,21 +417,34 @@ TEST(StatsInt, ExactAgainstWideIntegerOracles) {
     }
 }
 
-TEST(StatsInt, MeanOfThirtyTwoBitSumsTakesTwoOrders) {
+TEST(StatsInt, DocumentedValues) {
     auto mean = [](std::vector<Zvp32s> v, int sf) {
         Zvp32s m = 0;
         EXPECT_EQ(zvpsMean_32s_Sfs(v.data(), int(v.size()), &m, sf), zvpStsNoErr);
         return m;
     };
-    EXPECT_EQ(mean({1, 1, 1, 2}, -1), 2);   // 10/4 = 2.5 to even
-    EXPECT_EQ(mean({1, 1, 2, 3}, -1), 4);   // 14/4 = 3.5 to even
+    EXPECT_EQ(mean({1, 1, 1, 2}, -1), 2);  // 10/4 = 2.5 to even
+    EXPECT_EQ(mean({1, 1, 2, 3}, -1), 4);  // 14/4 = 3.5 to even
     EXPECT_EQ(mean({-1, -1, -1, -2}, -1), -2);
     // Sum 2^31 - 2 (in range): shifted first, 2^30 - 1 exactly. Sum 2^31 + 2:
     // divided first, 2^29 + 1/2 to even, then doubled: 2^30.
-    EXPECT_EQ(mean({INT32_MAX, INT32_MAX, -INT32_MAX - 1, 0}, -1), (1 << 30) - 1);
+    EXPECT_EQ(mean({INT32_MAX, INT32_MAX, INT32_MIN, 0}, -1), (1 << 30) - 1);
     EXPECT_EQ(mean({INT32_MAX, INT32_MAX, -INT32_MAX + 1, 2}, -1), 1 << 30);
-    EXPECT_EQ(mean({1, 0, 0, 0}, -32), INT32_MAX);
-    EXPECT_EQ(mean({-1, 0, 0, 0}, -40), INT32_MIN);
+    const Zvp16s a[] = {1, 2};
+    Zvp32s r = 0;
+    EXPECT_TRUE(zvpsNorm_L1_16s32s_Sfs(a, 2, &r, 1) == zvpStsNoErr && r == 1);  // 3 >> 1, truncated
+    EXPECT_TRUE(zvpsNorm_L1_16s32s_Sfs(a, 2, &r, 40) == zvpStsNoErr && r == 0);
+    EXPECT_TRUE(zvpsNorm_L1_16s32s_Sfs(a, 1, &r, -40) == zvpStsNoErr && r == INT32_MAX);
+    for (auto [x, want] : {std::pair{3, 2}, {5, 2}, {7, 4}}) {
+        const Zvp16s one = 1, v = Zvp16s(x);
+        Zvp16s d = 0;
+        EXPECT_TRUE(zvpsDotProd_16s_Sfs(&one, &v, 1, &d, 1) == zvpStsNoErr && d == want) << x;
+    }
+    const std::vector<Zvp16s> m(65536, -32768);
+    float f = 0;
+    EXPECT_TRUE(zvpsNorm_L2_16s32f(m.data(), 65536, &f) == zvpStsNoErr && f == 8388608.0f);
+    const Zvp32s big = INT32_MIN;  // 2^62 with the factor clamped at 31: 2^31, saturated
+    EXPECT_TRUE(zvpsDotProd_32s_Sfs(&big, &big, 1, &r, 40) == zvpStsNoErr && r == INT32_MAX);
 }
 
 }  // namespace
