@@ -85,8 +85,9 @@ ZvpStatus zvpsMean_32s_Sfs(const Zvp32s* pSrc, int len, Zvp32s* pMean, int scale
  *    does not cancel the small spread it carries, and a constant vector
  *    gives exactly 0. Their mean is x[0] + (sum of d) / n, in double.
  *  - 32f, fast hint: sums of d and d^2 in sixteen single-precision partial
- *    sums each; other hints: d formed in double, double-double sums of d
- *    and d^2, the final arithmetic in double precision. MeanStdDev_32f
+ *    sums each; other hints: d formed in double, blocks of 16 values of d
+ *    and d^2 summed in double, the blocks in double-double sums, the final
+ *    arithmetic in double precision. MeanStdDev_32f
  *    always takes the accurate path.
  *  - 64f: eight double partial sums of d and of d^2, final arithmetic in
  *    double precision.

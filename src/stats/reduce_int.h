@@ -7,6 +7,7 @@
 // additions (vector body, scalar tail, alignment) cannot change a result.
 #pragma once
 
+#include <algorithm>
 #include <cfenv>
 #include <cmath>
 #include <cstddef>
