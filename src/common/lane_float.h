@@ -85,6 +85,7 @@ struct Ops<float> {
     static R joinLo(R a, R b) { return _mm_movelh_ps(a, b); }
     // (x0, x0, x1, x1) from the low half
     static R dupEach(R v) { return _mm_unpacklo_ps(v, v); }
+    static R hadd(R a, R b) { return _mm_hadd_ps(a, b); }
 };
 
 template <>
@@ -149,6 +150,7 @@ struct Ops<double> {
     static R zipHi(R a, R b) { return _mm_unpackhi_pd(a, b); }
     static R joinLo(R a, R b) { return _mm_unpacklo_pd(a, b); }
     static R dupEach(R v) { return _mm_movedup_pd(v); }
+    static R hadd(R a, R b) { return _mm_hadd_pd(a, b); }
 };
 
 template <class T, int B>
@@ -267,6 +269,9 @@ struct FloatLane {
     static R reverse(R v) { return O::reverse(v); }
     // The low half's elements each repeated twice: a real per complex pair.
     static R dupEach(R v) { return O::dupEach(v); }
+    // The sums of adjacent pairs: those of a in the low half, those of b in
+    // the high half ((re, im) pairs to |z|^2 from their squares).
+    static R pairSums(R a, R b) { return O::hadd(a, b); }
 };
 
 }  // namespace lanefp
