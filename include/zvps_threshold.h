@@ -177,8 +177,9 @@ ZvpStatus zvpsThreshold_LTValGTVal_64f_I(Zvp64f* pSrcDst, int len, Zvp64f levelL
  *
  * 32f forms the reciprocal without a division: the hardware estimate r of v
  * (relative error below 1.5 * 2^-12) refined by one Newton step,
- * r * (2 - v * r), whose relative error stays below 2^-22 (a few ulp; see
- * the family tests for the bound). Where the step gives no normal number --
+ * r * (2 - v * r), whose relative error is at most 4.3 * 2^-24 (the
+ * estimate's error squared, 2.25 * 2^-24, plus two roundings; 2 - v * r is
+ * exact), i.e. within about 4 ulp. Where the step gives no normal number --
  * v zero, infinite, NaN, or so small or large that 1/v leaves the normal
  * range -- the element is recomputed by a true division 1.0f / v: 0 gives an
  * infinity of its sign, an infinity gives 0 of its sign.
