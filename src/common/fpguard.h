@@ -22,6 +22,15 @@ public:
     explicit MxcsrGuard(unsigned roundingControl) : saved_(_mm_getcsr()) {
         _mm_setcsr((saved_ & ~(0x6000u | kFlushBits)) | roundingControl);
     }
+    // Exception masks (bits 7-12) and the zero-divide status flag (bit 2).
+    static constexpr unsigned kMaskAll = 0x1F80;
+    static constexpr unsigned kZeroDivideFlag = 0x0004;
+    // Clears the bits of `clearBits`, then sets those of `setBits`; the
+    // caller's word still comes back whole.
+    struct Bits {
+        unsigned clearBits, setBits;
+    };
+    explicit MxcsrGuard(Bits b) : saved_(_mm_getcsr()) { _mm_setcsr((saved_ & ~b.clearBits) | b.setBits); }
     MxcsrGuard(const MxcsrGuard&) = delete;
     MxcsrGuard& operator=(const MxcsrGuard&) = delete;
     ~MxcsrGuard() { _mm_setcsr(saved_); }

@@ -279,6 +279,12 @@ struct FloatLane {
 template <int B>
 struct Lane<float, B> : lanefp::FloatLane<float, B> {
     using R = __m128;
+    // The hardware reciprocal estimate, relative error at most 1.5 * 2^-12;
+    // a zero or denormal gives an infinity, a value above 2^126 gives 0.
+    static R rcp(R a) {
+        if constexpr (B == int(sizeof(float))) return _mm_rcp_ss(a);
+        else return _mm_rcp_ps(a);
+    }
     // Full width only: 2N interleaved (re, im) values at p to N real parts
     // and N imaginary parts, and back.
     static void deinterleave(const float* p, R& re, R& im) {
