@@ -19,10 +19,13 @@ namespace {
 
 template <class T>
 struct Buffer {
-    explicit Buffer(int n) : n(n), p(static_cast<T*>(zvpsMalloc_8u(int(n * sizeof(T))))) {
+    // Random values, or rising ones: then every block of the search holds a
+    // new maximum and is scanned twice (its worst case).
+    Buffer(int n, bool rising) : n(n), p(reinterpret_cast<T*>(zvpsMalloc_8u(int(n * sizeof(T))))) {
         std::mt19937 g(1);
         for (int i = 0; i < n; ++i) {
-            if constexpr (sizeof(T) == 2) p[i] = T(int(g() % 65536) - 32768);
+            if (rising) p[i] = T(i);
+            else if constexpr (sizeof(T) == 2) p[i] = T(int(g() % 65536) - 32768);
             else p[i] = T(std::uniform_real_distribution<float>(-1000.0f, 1000.0f)(g));
         }
     }
@@ -32,12 +35,13 @@ struct Buffer {
 };
 
 void sizes(benchmark::internal::Benchmark* b) {
-    for (long n : {256L, 4096L, 1048576L}) b->Arg(n);
+    for (long rising : {0L, 1L})
+        for (long n : {256L, 4096L, 1048576L}) b->Args({n, rising});
 }
 
 template <class T, class F>
 void run(benchmark::State& st, F f) {
-    Buffer<T> m(int(st.range(0)));
+    Buffer<T> m(int(st.range(0)), st.range(1) != 0);
     for (auto _ : st) {
         benchmark::DoNotOptimize(f(m.p, m.n));
         benchmark::ClobberMemory();

@@ -152,27 +152,20 @@ std::ptrdiff_t firstEq(const T* p, std::ptrdiff_t n, T v) {
         return -1;
     }
     const auto t = F::set1(v);
-    std::ptrdiff_t i = 0;
-    for (; i + 2 * V <= n; i += 2 * V) {
-        const auto m0 = F::eq(Key::template key<F>(F::load(p + i)), t);
-        const auto m1 = F::eq(Key::template key<F>(F::load(p + i + V)), t);
-        if (F::anyOf(F::or_(m0, m1))) {
-            const int k = F::firstOf(m0);
-            return k < V ? i + k : i + V + F::firstOf(m1);
-        }
-    }
-    // The rest as one or two vectors, the last ending at n: its lanes below
-    // i were found unequal already, so its first equal lane is the answer.
+    auto eq = [&](std::ptrdiff_t k) { return F::eq(Key::template key<F>(F::load(p + k)), t); };
     auto at = [&](std::ptrdiff_t k) {
-        const auto m = F::eq(Key::template key<F>(F::load(p + k)), t);
+        const auto m = eq(k);
         return F::anyOf(m) ? k + F::firstOf(m) : std::ptrdiff_t(-1);
     };
-    if (i + V <= n) {
+    // Four vectors a test; the vector loop below then finds the lane.
+    std::ptrdiff_t i = 0;
+    for (; i + 4 * V <= n; i += 4 * V)
+        if (F::anyOf(F::or_(F::or_(eq(i), eq(i + V)), F::or_(eq(i + 2 * V), eq(i + 3 * V))))) break;
+    for (; i + V <= n; i += V)
         if (const std::ptrdiff_t j = at(i); j >= 0) return j;
-        i += V;
-    }
-    if (i < n) return at(n - V);
-    return -1;
+    // The last vector ends at n: its lanes below i were found unequal
+    // already, so its first equal lane is the answer.
+    return i < n ? at(n - V) : -1;
 }
 
 template <class T>
