@@ -23,9 +23,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <type_traits>
 
 #include "check.h"
+#include "fpguard.h"
 #include "lane.h"
 #include "zvptypes.h"
 
@@ -234,11 +236,28 @@ Ext<T> values(const T* p, std::ptrdiff_t n) {
 
 // ---- Export bodies --------------------------------------------------------------
 
+// Float compares under the caller's denormals-are-zero mode would take a
+// denormal for a zero, and an index or a count is an integer result that
+// must not depend on that. The guard clears the mode for the call; it is
+// taken only when the mode is on, since reading the control word is cheap
+// and writing it is not.
+template <class T>
+class DenormalsKept {
+public:
+    DenormalsKept() {
+        if (std::is_floating_point_v<T> && (_mm_getcsr() & MxcsrGuard::kFlushBits)) guard_.emplace(MxcsrGuard::kNearest);
+    }
+
+private:
+    std::optional<MxcsrGuard> guard_;
+};
+
 // The extreme key (kMax: largest, else smallest) into *pv.
 template <class T, class Key, bool kMax>
 ZvpStatus findValue(const T* p, int len, T* pv) {
     ZVP_CHECK_PTRS(p, pv);
     ZVP_CHECK_LENS(len);
+    const DenormalsKept<T> modes;
     Ext<T> e;
     if constexpr (std::is_same_v<Key, Plain>) e = values<T, !kMax, kMax>(p, len);
     else e = reduce<T, Key, !kMax, kMax>(p, len);
@@ -255,6 +274,7 @@ ZvpStatus findIndexed(const T* p, int len, T* pv, int* pi) {
     }
     ZVP_CHECK_PTRS(p, pv, pi);
     ZVP_CHECK_LENS(len);
+    const DenormalsKept<T> modes;
     const Found<T> f = search<T, Key, !kMax, kMax>(p, len);
     std::ptrdiff_t i = kMax ? f.imx : f.imn;
     *pv = reported<Key>(p, i, kMax ? f.e.mx : f.e.mn);

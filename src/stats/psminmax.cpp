@@ -12,6 +12,7 @@ template <class T>
 ZvpStatus minMax(const T* p, int len, T* pMin, T* pMax) {
     ZVP_CHECK_PTRS(p, pMin, pMax);
     ZVP_CHECK_LENS(len);
+    const DenormalsKept<T> modes;
     const Ext<T> e = values<T, true, true>(p, len);
     *pMin = e.mn;
     *pMax = e.mx;
@@ -22,6 +23,7 @@ template <class T>
 ZvpStatus minMaxIndx(const T* p, int len, T* pMin, int* pMinIndx, T* pMax, int* pMaxIndx) {
     ZVP_CHECK_PTRS(p, pMin, pMinIndx, pMax, pMaxIndx);
     ZVP_CHECK_LENS(len);
+    const DenormalsKept<T> modes;
     const Found<T> f = search<T, Plain, true, true>(p, len);
     std::ptrdiff_t imn = f.imn, imx = f.imx;
     *pMin = reported<Plain>(p, imn, f.e.mn);

@@ -7,6 +7,7 @@
 #include <limits>
 #include <type_traits>
 
+#include "extremes_search.h"
 #include "forms.h"
 #include "p8/extremes.h"
 
@@ -66,6 +67,7 @@ template <class T>
 ZvpStatus zeroCrossing(const T* pSrc, int len, Zvp32f* pValZCR) {
     ZVP_CHECK_PTRS(pSrc, pValZCR);
     ZVP_CHECK_LENS(len);
+    const extremes::DenormalsKept<T> modes;  // a negative denormal is negative
     *pValZCR = nearestSingle(std::uint32_t(countChanges(pSrc, len)));
     return zvpStsNoErr;
 }

@@ -180,6 +180,23 @@ TEST(Extremes, MaxOrderExponentRuleAndWarning) {
               (std::vector<int>{-1022, 1024, 2, 16, 15, 0, 32}));
 }
 
+// Indices and counts are integer results: the caller's denormals-are-zero
+// mode must not make a denormal compare as zero.
+TEST(Extremes, DenormalsCountUnderTheCallersFlushModes) {
+    const float d = std::numeric_limits<float>::denorm_min(), v[] = {0, d, -d, 1, -d};
+    const double w[] = {0, -std::numeric_limits<double>::denorm_min()};
+    float m = 0, z = 0;
+    double lo, hi;
+    int i = 0, j = 0, k = 0;
+    const unsigned saved = _mm_getcsr();
+    _mm_setcsr(saved | 0x8040);
+    const ZvpStatus s = ZvpStatus(zvpsMaxIndx_32f(v, 3, &m, &i) | zvpsZeroCrossing_32f(v, 5, &z) |
+                                  zvpsMinMaxIndx_64f(w, 2, &lo, &j, &hi, &k));
+    _mm_setcsr(saved);
+    EXPECT_EQ(s, zvpStsNoErr);
+    EXPECT_TRUE(i == 1 && m == d && z == 3 && j == 1 && k == 0) << i << " " << z << " " << j;
+}
+
 TEST(Extremes, MinEveryOf64fReadsItsLengthUnsigned) {
 #ifdef ZVP_TEST_LONG_LENGTHS
     const std::size_t bytes = (std::size_t(1) << 31) * sizeof(double);  // INT_MIN as a count: 2^31
