@@ -13,9 +13,10 @@
  * at which the extreme occurs: the scan moves on only to a strictly greater
  * (maximum) or strictly smaller (minimum) value. The value reported is the
  * source element at the reported index, so of +0 and -0 the one that comes
- * first is reported. Results do not depend on the alignment of the source,
- * nor on the caller's flush-to-zero and denormals-are-zero modes: a denormal
- * is compared as the number it is.
+ * first is reported. Search results do not depend on the alignment of the
+ * source, nor on the caller's flush-to-zero and denormals-are-zero modes: a
+ * denormal is compared as the number it is (the same holds for the signs
+ * ZeroCrossing reads).
  *
  * NaN: the float searches (Max, Min, MinMax and their Indx forms, 32f and
  * 64f) pass over NaN elements, taking the extreme of the numbers of the
