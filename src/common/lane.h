@@ -23,7 +23,8 @@
 //   loadN(p, n) / storeN(p, v, n) the first n <= N elements, the rest zero
 //   set1(x), zero(), pair(x0, x1) x in every lane; zeros; x0, x1 alternating
 //   add sub min max  and_ or_ xor_ andnot(a, b) = ~a & b
-//   eq ... (compares, giving M), blend(a, b, m) = m ? b : a, anyOf(m)
+//   eq ... (compares, giving M), blend(a, b, m) = m ? b : a, anyOf(m),
+//   firstOf(m)                    the first set lane of m (N if none)
 // Float and double lanes (lane_float.h) add mul, div, sqrt, abs, neg and the
 // helpers of complex data stored as (re, im) pairs:
 //   swapReIm, dupRe, dupIm, addsub (a - b in re lanes, a + b in im lanes),

@@ -247,6 +247,11 @@ struct FloatLane {
     static R blend(R a, R b, M m) { return O::blend(a, b, m); }
     // Whether any of the N lanes of m is set.
     static bool anyOf(M m) { return (O::movemask(m) & ((1 << N) - 1)) != 0; }
+    // The number of the first of the N lanes of m that is set; N if none is.
+    static int firstOf(M m) {
+        const int bits = O::movemask(m) & ((1 << N) - 1);
+        return bits ? __builtin_ctz(unsigned(bits)) : N;
+    }
 
     // ---- complex data as (re, im) pairs
     static R swapReIm(R v) { return O::swapReIm(v); }

@@ -191,6 +191,12 @@ struct IntLane {
         constexpr int used = bytes >= 16 ? 0xFFFF : (1 << bytes) - 1;
         return (_mm_movemask_epi8(m) & used) != 0;
     }
+    // The number of the first of the N lanes of m that is set; N if none is.
+    static int firstOf(M m) {
+        constexpr int used = B >= 16 ? 0xFFFF : (1 << B) - 1;
+        const int bits = _mm_movemask_epi8(m) & used;
+        return bits ? __builtin_ctz(unsigned(bits)) / int(sizeof(T)) : N;
+    }
 
     // ---- min, max, saturating arithmetic
     static R min(R a, R b) {
