@@ -151,6 +151,7 @@ struct Arg {
     Role role;
     const Type* type;
     bool single = false;  // one element whatever the length (a sum)
+    bool afterLengths = false;  // null-checked after the lengths (an entry of a channel array)
 };
 
 // The values an export takes besides pointers and length.
@@ -173,6 +174,7 @@ enum Flags : unsigned {
     kLong = 8,         // works on 2·len reals or len·size bytes: run at 2^30 (a costly
                        // check, so a sample of such forms carries the flag)
     kLongForward = 16, // forwards 2·len reals: the doubled length must not overflow either
+    kUnsignedLen = 32, // compares its length as unsigned: only 0 is refused (negative ones are not tried)
 };
 
 using Call = std::function<ZvpStatus(void* const*, int, const Vals&)>;
@@ -567,12 +569,12 @@ inline void checkErrors(const Row& r) {
             std::vector<void*> p = f.ptr;
             p[k] = nullptr;
             for (int len : {4, 0, -1})
-                if (!expect(p, len, *v, len < 1 && (r.flags & kLenFirst) ? zvpStsSizeErr : zvpStsNullPtrErr,
+                if (!expect(p, len, *v, len < 1 && ((r.flags & kLenFirst) || r.args[k].afterLengths) ? zvpStsSizeErr : zvpStsNullPtrErr,
                             ("null pointer " + std::to_string(k)).c_str()))
                     return;
         }
         for (int len : {0, -1, INT_MIN})
-            if (!expect(f.ptr, len, *v, zvpStsSizeErr, "bad length")) return;
+            if ((len == 0 || !(r.flags & kUnsignedLen)) && !expect(f.ptr, len, *v, zvpStsSizeErr, "bad length")) return;
         if (v != &ok && !expect(f.ptr, 4, *v, r.refused(*v), "refused value")) return;
     }
     for (std::size_t i = 0; i < f.buf.size(); ++i)
