@@ -260,4 +260,64 @@ std::vector<Row> rows() {
 
 const bool registered = addShapeFamily("convert", &rows);
 
+// Every element of `src` through a row, against its oracle.
+void sweep(const Row& r, const std::vector<unsigned char>& src, int n, const Vals& v) {
+    const std::size_t out = r.args[1].type->size;
+    std::vector<unsigned char> got(std::size_t(n) * out), want(out);
+    void* p[2] = {const_cast<unsigned char*>(src.data()), got.data()};
+    ASSERT_EQ(r.call(p, n, v), zvpStsNoErr) << r.name;
+    for (int i = 0; i < n; ++i) {
+        void* e[2] = {const_cast<unsigned char*>(src.data()) + std::size_t(i) * r.args[0].type->size, want.data()};
+        r.oracle(e, v);
+        if (!sameValues(r.args[1].type, got.data() + std::size_t(i) * out, want.data(), out)) {
+            ADD_FAILURE() << r.name << " input #" << i << " sf " << v.sf << " mode " << v.mode << ": got "
+                          << hex(got.data() + std::size_t(i) * out, out) << ", expected " << hex(want.data(), out);
+            return;
+        }
+    }
+}
+
+// All 65536 inputs of every conversion from a 16-bit source, in every mode
+// and at scale factors on each path.
+TEST(ConvertSweep, Every16BitSourceValue) {
+    std::vector<unsigned char> all(2 * 65536);
+    for (int i = 0; i < 65536; ++i) put<std::uint16_t>(all.data() + 2 * i, i);
+    for (const Row& r : rows()) {
+        if (r.args[0].type->size != 2 || r.args[0].role != Role::In || r.args[0].afterLengths) continue;
+        for (int sf : r.sf ? std::vector<int>{0, 1, 7, 17, 18, 200, -3, -7, -200} : std::vector<int>{0})
+            for (int mode : r.mode ? std::vector<int>{1, 0, 3} : std::vector<int>{1}) {
+                Vals v;
+                v.sf = sf, v.mode = mode;
+                if (r.refused(v) == zvpStsNoErr) sweep(r, all, 65536, v);
+            }
+    }
+}
+
+// Floats at and around every binary16 rounding boundary: each finite code,
+// the midpoint to the next code, one float step either side of both, and
+// the overflow thresholds; in both modes, against the search oracle.
+TEST(ConvertSweep, FloatToHalfAtEveryBoundary) {
+    std::vector<float> xs = {65504.0f, 65519.99609375f, 65520.0f, 65535.99f, 65536.0f, 3.0e38f, 0x1p-25f, 0x1p-26f,
+                             std::nextafter(0x1p-25f, 1.0f), std::nextafter(0x1p-14f, 0.0f), 0x1p-149f};
+    for (int c = 0; c < 0x7BFF; ++c) {
+        const float a = float(halfValue(c)), mid = float((halfValue(c) + halfValue(c + 1)) / 2);
+        for (float x : {a, mid}) {
+            xs.push_back(x);
+            xs.push_back(std::nextafter(x, 0.0f));
+            xs.push_back(std::nextafter(x, INFINITY));
+        }
+    }
+    const std::size_t n = xs.size();
+    for (std::size_t i = 0; i < n; ++i) xs.push_back(-xs[i]);
+    std::vector<unsigned char> src(xs.size() * 4);
+    std::memcpy(src.data(), xs.data(), src.size());
+    for (const Row& r : rows())
+        if (r.name == "Convert_32f16f")
+            for (int mode : {1, 0}) {
+                Vals v;
+                v.mode = mode;
+                sweep(r, src, int(xs.size()), v);
+            }
+}
+
 }  // namespace
