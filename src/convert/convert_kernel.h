@@ -13,8 +13,8 @@
 // (roundps with an immediate, truncating converts), and the scaling
 // products are exact wherever they can change an integer result. The one
 // exception, a denormal source scaled up while the caller has
-// denormals-are-zero set, is handled by the exports holding an MxcsrGuard
-// for negative scale factors.
+// denormals-are-zero set, is handled by holding an MxcsrGuard for the
+// scale factors large enough to matter.
 #pragma once
 
 #include <algorithm>
@@ -285,8 +285,10 @@ inline void run(Fn fn, D* d, std::ptrdiff_t n) {
     else form::each<D, 1>(fn, d, n);
 }
 
-// ToInt for a runtime rounding mode and scale factor. Negative factors scale
-// denormal sources up, so they run with denormals-are-zero cleared.
+// ToInt for a runtime rounding mode and scale factor. A factor of 2^(1-e)
+// or more (e the smallest normal exponent) scales some denormal sources to
+// a half or more, so such factors run with denormals-are-zero cleared; below
+// that every denormal gives 0 either way.
 template <class D, std::int32_t Lo, std::int32_t Hi, class Src>
 inline void toInt(Src src, D* d, std::ptrdiff_t n, Rnd r, int sf) {
     using T = typename Src::type;
@@ -303,7 +305,7 @@ inline void toInt(Src src, D* d, std::ptrdiff_t n, Rnd r, int sf) {
         else if (r == Rnd::Zero) go.template operator()<Rnd::Zero>();
         else go.template operator()<Rnd::Away>();
     };
-    if (sf < 0) {
+    if (sf < std::numeric_limits<T>::min_exponent) {
         MxcsrGuard g(MxcsrGuard::kNearest);
         byMode();
     } else {

@@ -157,8 +157,8 @@ struct Double64s {
             for (std::ptrdiff_t i = 0; i < n; ++i) d[i] = double64s<R>(s[i], p);
         };
         const Rnd r = conv::rndOf(mode);
-        if (sf < 0) {
-            MxcsrGuard g(MxcsrGuard::kNearest);  // denormal sources scaled up
+        if (sf < std::numeric_limits<double>::min_exponent) {
+            MxcsrGuard g(MxcsrGuard::kNearest);  // denormal sources scaled to a half or more
             r == Rnd::Near ? loop.template operator()<Rnd::Near>()
                 : r == Rnd::Zero ? loop.template operator()<Rnd::Zero>() : loop.template operator()<Rnd::Away>();
         } else {

@@ -1,8 +1,8 @@
 // Conversions: what is particular to the family. Element rules, check order,
 // nothing-written-on-error and the caller's control word are the shape
-// table's (tests/shapes/convert_shapes_test.cpp, with its exhaustive 16-bit
-// sweeps); here are the stated values, the binary16 round trip, the 24-bit
-// byte layout, the channel interleaving and the unsigned lengths.
+// table's (tests/shapes/convert_shapes_test.cpp, with its exhaustive sweeps);
+// here are stated values, the 24-bit byte layout, the channel interleaving
+// and the unsigned lengths.
 #include <gtest/gtest.h>
 #include <xmmintrin.h>
 
@@ -82,86 +82,28 @@ TEST(Convert, CallerFlushModesDoNotReachScaledDenormals) {
     EXPECT_EQ(after & ~0x3Fu, set & ~0x3Fu);
 }
 
-// ---- Integer narrowing ladders and clamps -----------------------------------------
+// ---- Clamped scale factors ------------------------------------------------------------
 
-TEST(Convert, NarrowingLadders) {
-    struct Case {
-        Zvp16s x;
-        int sf;
-        Zvp8s nearest, zero, away;
-    };
-    const Case cases[] = {{3, 1, 2, 1, 2},       {-3, 1, -2, -1, -2},   {5, 1, 2, 2, 3},        {-32768, 16, 0, 0, -1},
-                          {-32768, 17, 0, 0, 0}, {32767, 18, 0, 0, 0},  {1, -7, 127, 127, 127}, {-1, -7, -128, -128, -128},
-                          {0, -7, 0, 0, 0},      {2, -6, 127, 127, 127}, {1, -6, 64, 64, 64},   {-2, -6, -128, -128, -128},
-                          {300, 0, 127, 127, 127}, {255, 1, 127, 127, 127}, {-257, 1, -128, -128, -128}};
-    for (const Case& c : cases) {
-        const Zvp8s want[3] = {c.zero, c.nearest, c.away};
-        for (int mode = 0; mode < 3; ++mode) {
-            Zvp8s d = 99;
-            ASSERT_EQ(zvpsConvert_16s8s_Sfs(&c.x, &d, 1, ZvpRoundMode(mode), c.sf), zvpStsNoErr);
-            EXPECT_EQ(d, want[mode]) << c.x << " sf " << c.sf << " mode " << mode;
-        }
-    }
-    std::vector<Zvp16s> s(40, -32768);
-    std::vector<Zvp8s> d(40, 5);
-    ASSERT_EQ(zvpsConvert_16s8s_Sfs(s.data(), d.data(), 40, zvpRndFinancial, 20), zvpStsNoErr);
-    for (Zvp8s v : d) EXPECT_EQ(v, 0);
-
-    // 64s32s: the factor is clamped to [-31, 63]: 63 and beyond divide by 2^63.
-    const Zvp64s big[] = {INT64_MIN, INT64_MAX, 3, -1};
-    for (int sf : {63, 64, 1000}) {
+TEST(Convert, ScaleFactorClampsActAsTheBound) {
+    const Zvp16s s[1] = {1};
+    Zvp32f f[2];
+    Zvp64f g;
+    ASSERT_EQ(zvpsConvert_16s32f_Sfs(s, f, 1, 200), zvpStsNoErr);
+    ASSERT_EQ(zvpsConvert_16s32f_Sfs(s, f + 1, 1, -300), zvpStsNoErr);
+    ASSERT_EQ(zvpsConvert_16s64f_Sfs(s, &g, 1, 5000), zvpStsNoErr);
+    EXPECT_EQ(f[0], 0x1p-126f);
+    EXPECT_EQ(f[1], 0x1p112f);
+    EXPECT_EQ(g, 0x1p-1022);
+    // 64s32s: 63 and beyond divide by 2^63; -31 and below multiply by 2^31.
+    const Zvp64s big[4] = {INT64_MIN, INT64_MAX, 3, -1};
+    for (int sf : {63, 1000}) {
         Zvp32s o[4];
         ASSERT_EQ(zvpsConvert_64s32s_Sfs(big, o, 4, zvpRndNear, sf), zvpStsNoErr);
-        EXPECT_EQ(o[0], -1);
-        EXPECT_EQ(o[1], 1);
-        EXPECT_EQ(o[2], 0);
+        EXPECT_TRUE(o[0] == -1 && o[1] == 1 && o[2] == 0 && o[3] == 0) << sf;
     }
     Zvp32s o[4];
     ASSERT_EQ(zvpsConvert_64s32s_Sfs(big, o, 4, zvpRndZero, -40), zvpStsNoErr);
-    EXPECT_EQ(o[2], INT32_MAX);
-    EXPECT_EQ(o[3], INT32_MIN);
-}
-
-TEST(Convert, ScaleFactorClampsActAsTheBound) {
-    const Zvp16s s[3] = {1, -32768, 32767};
-    struct Pair {
-        int sf, as;
-    };
-    for (const Pair& p : {Pair{200, 126}, Pair{-300, -112}, Pair{INT32_MIN, -112}, Pair{INT32_MAX, 126}}) {
-        Zvp32f a[3], b[3];
-        ASSERT_EQ(zvpsConvert_16s32f_Sfs(s, a, 3, p.sf), zvpStsNoErr);
-        ASSERT_EQ(zvpsConvert_16s32f_Sfs(s, b, 3, p.as), zvpStsNoErr);
-        EXPECT_EQ(std::memcmp(a, b, sizeof a), 0) << p.sf;
-    }
-    Zvp32f f;
-    ASSERT_EQ(zvpsConvert_16s32f_Sfs(s, &f, 1, 200), zvpStsNoErr);
-    EXPECT_EQ(f, 0x1p-126f);
-    Zvp64f g;
-    ASSERT_EQ(zvpsConvert_16s64f_Sfs(s, &g, 1, 5000), zvpStsNoErr);
-    EXPECT_EQ(g, 0x1p-1022);
-}
-
-// ---- binary16 ----------------------------------------------------------------------
-
-// Every code through single precision and back, in both modes: identical,
-// NaNs staying NaN with their sign.
-TEST(Convert, HalfRoundTripsEveryCode) {
-    std::vector<Zvp16f> h(65536), back(65536);
-    std::vector<Zvp32f> f(65536);
-    for (int i = 0; i < 65536; ++i) h[i] = Zvp16f(i);
-    ASSERT_EQ(zvpsConvert_16f32f(h.data(), f.data(), 65536), zvpStsNoErr);
-    for (ZvpRoundMode mode : {zvpRndNear, zvpRndZero}) {
-        ASSERT_EQ(zvpsConvert_32f16f(f.data(), back.data(), 65536, mode), zvpStsNoErr);
-        for (int i = 0; i < 65536; ++i) {
-            const bool nan = (i & 0x7C00) == 0x7C00 && (i & 0x3FF);
-            if (nan) {
-                EXPECT_TRUE(std::isnan(f[i]) && (back[i] & 0x7C00) == 0x7C00 && (back[i] & 0x3FF) &&
-                            (back[i] & 0x8000) == (i & 0x8000)) << i;
-            } else {
-                ASSERT_EQ(back[i], i) << "mode " << mode;
-            }
-        }
-    }
+    EXPECT_TRUE(o[2] == INT32_MAX && o[3] == INT32_MIN);
 }
 
 // ---- 24-bit packing -----------------------------------------------------------------
