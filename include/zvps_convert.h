@@ -73,7 +73,8 @@ ZvpStatus zvpsConvert_32s64f_Sfs(const Zvp32s* pSrc, Zvp64f* pDst, int len, int 
  *   NaN with the sign bit clear) gives 2147483647; -2^31 and below,
  *   -infinity and every NaN with the sign bit set give -2147483648.
  *   64f64s saturates to the 64-bit range the same way (NaN by its sign).
- *   8- and 16-bit destinations clamp to their range; NaN gives 0.
+ *   8- and 16-bit destinations clamp to their range; NaN gives the
+ *   destination's maximum.
  * Examples (32f32s, scale factor 0): zvpRndNear 2.5 -> 2, 3.5 -> 4;
  * zvpRndFinancial 2.5 -> 3, -2.5 -> -3, 0.49999997 -> 0. */
 ZvpStatus zvpsConvert_32f8s_Sfs(const Zvp32f* pSrc, Zvp8s* pDst, int len, ZvpRoundMode rndMode, int scaleFactor);
@@ -114,7 +115,7 @@ ZvpStatus zvpsConvert_32s16s_Sfs(const Zvp32s* pSrc, Zvp16s* pDst, int len, int 
  * scale rule above (ties to even; left shifts saturate), saturating to
  * [-8388608, 8388607] or [0, 16777215]. 32f24s_Sfs and 32f24u_Sfs scale as the
  * float-to-integer group, round to nearest even and saturate to the 24-bit
- * range; NaN gives 0. */
+ * range; NaN gives the range's maximum. */
 ZvpStatus zvpsConvert_24s32s(const Zvp8u* pSrc, Zvp32s* pDst, int len);
 ZvpStatus zvpsConvert_24u32u(const Zvp8u* pSrc, Zvp32u* pDst, int len);
 ZvpStatus zvpsConvert_24s32f(const Zvp8u* pSrc, Zvp32f* pDst, int len);
@@ -133,7 +134,7 @@ ZvpStatus zvpsConvert_32f24u_Sfs(const Zvp32f* pSrc, Zvp8u* pDst, int len, int s
  * top payload bits kept). 16f32f is exact. 16f16s_Sfs converts exactly to
  * single precision and then rounds as Convert_32f16s_Sfs, with zvpRndNear to
  * nearest even and every other accepted mode toward zero (-213 for
- * zvpRndFinancial); NaN gives 0. */
+ * zvpRndFinancial); NaN gives 32767. */
 ZvpStatus zvpsConvert_16s16f(const Zvp16s* pSrc, Zvp16f* pDst, int len, ZvpRoundMode rndMode);
 ZvpStatus zvpsConvert_32f16f(const Zvp32f* pSrc, Zvp16f* pDst, int len, ZvpRoundMode rndMode);
 ZvpStatus zvpsConvert_16f32f(const Zvp16f* pSrc, Zvp32f* pDst, int len);

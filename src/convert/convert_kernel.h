@@ -18,6 +18,7 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <climits>
 #include <cmath>
 #include <cstddef>
@@ -33,20 +34,23 @@ namespace zvp::ZVP_LEVEL::conv {
 
 // ---- Rounding -----------------------------------------------------------------
 
-enum class Rnd { Zero, Near, Away };
+// Near rounds explicitly (roundps); Current converts with the MXCSR's
+// rounding and is chosen only when that rounding is to nearest, where the
+// two agree (the convert then does the rounding for free).
+enum class Rnd { Zero, Near, Away, Current };
 
 // Float-to-integer modes: 0 truncates, 1 rounds to nearest even, every other
 // value rounds half away from zero.
 inline Rnd rndOf(int mode) { return mode == 0 ? Rnd::Zero : mode == 1 ? Rnd::Near : Rnd::Away; }
 
-// x rounded to an integer value by R. Rnd::Zero leaves x as it is: the
-// truncating convert that follows does the work.
+// x rounded to an integer value by R. Rnd::Zero and Rnd::Current leave x as
+// it is: the convert that follows does the work.
 template <class F, Rnd R>
 inline typename F::R roundBy(typename F::R x) {
     using T = typename F::type;
     if constexpr (R == Rnd::Near) {
         return F::roundNearest(x);
-    } else if constexpr (R == Rnd::Zero) {
+    } else if constexpr (R == Rnd::Zero || R == Rnd::Current) {
         return x;
     } else {
         // t = trunc(x) and x - t are exact; a fraction of a half or more
@@ -67,6 +71,17 @@ inline typename F::R roundBy(typename F::R x) {
 // keeps infinities), two products of normal powers when 2^-sf is too large
 // (capped where every non-zero value already overflows). So 0 stays 0 and
 // infinities stay infinite at every factor.
+// 2^k for k from the smallest denormal's exponent to the largest finite
+// one, built from its bits.
+template <class T>
+inline T exp2i(int k) {
+    using Lim = std::numeric_limits<T>;
+    using U = std::conditional_t<sizeof(T) == 4, std::uint32_t, std::uint64_t>;
+    constexpr int mant = Lim::digits - 1, bias = Lim::max_exponent - 1;
+    const U b = k >= 1 - bias ? U(k + bias) << mant : U(1) << (k + bias - 1 + mant);
+    return std::bit_cast<T>(b);
+}
+
 template <class T>
 struct Pow2 {
     int steps = 0;
@@ -82,15 +97,15 @@ inline Pow2<T> pow2Scale(int sf) {
     if (sf == 0) return p;
     if (sf > 0) {
         p.steps = 1;
-        p.f1 = std::ldexp(T(1), -std::min(sf, down));
+        p.f1 = exp2i<T>(-std::min(sf, down));
     } else if (sf >= -up) {
         p.steps = 1;
-        p.f1 = std::ldexp(T(1), -sf);
+        p.f1 = exp2i<T>(-sf);
     } else {
         const int k = sf < -2 * up ? 2 * up : -sf;
         p.steps = 2;
-        p.f1 = std::ldexp(T(1), up);
-        p.f2 = std::ldexp(T(1), k - up);
+        p.f1 = exp2i<T>(up);
+        p.f2 = exp2i<T>(k - up);
     }
     return p;
 }
@@ -98,7 +113,7 @@ inline Pow2<T> pow2Scale(int sf) {
 // 2^-sf for sf clamped to [lo, hi], a normal number.
 template <class T>
 inline T pow2Clamped(int sf, int lo, int hi) {
-    return std::ldexp(T(1), -std::clamp(sf, lo, hi));
+    return exp2i<T>(-std::clamp(sf, lo, hi));
 }
 
 // ---- binary16 ------------------------------------------------------------------
@@ -223,14 +238,20 @@ struct ToFloat {
 // exceed those of the largest value below 2^31 (so 2^31 and above,
 // +infinity and NaN with the sign clear) gives the maximum; the truncating
 // convert gives the minimum for everything at or below -2^31 and for the
-// other NaNs. Narrower ranges clamp, and NaN gives 0. Double sources run one
-// element per lane.
+// other NaNs. Narrower ranges saturate, and NaN gives the maximum. Double
+// sources run one element per lane.
 template <class Src, class D, Rnd R, int Steps, std::int32_t Lo, std::int32_t Hi>
 struct ToInt {
     using T = typename Src::type;
     using FT = Full<T>;
     Src src;
     typename FT::R f1, f2;
+
+    template <class F>
+    static __m128i convert(typename F::R x) {
+        if constexpr (R == Rnd::Current) return F::toI32(x);
+        else return F::toI32Trunc(x);
+    }
 
     template <class F>
     __m128i cvt(typename F::R x) const {
@@ -241,13 +262,17 @@ struct ToInt {
             using B = Lane<std::conditional_t<sizeof(T) == 4, std::int32_t, std::int64_t>, F::kBytes>;
             using BT = typename B::type;
             const BT below = sizeof(T) == 4 ? BT(0x4EFFFFFF) : BT(0x41DFFFFFFFFFFFFFll);
-            const __m128i i = F::toI32Trunc(roundBy<F, R>(x));
+            const __m128i i = convert<F>(roundBy<F, R>(x));
             const __m128i over = B::gt(F::bits(x), B::set1(below));
             return Full<std::int32_t>::blend(i, Full<std::int32_t>::set1(INT32_MAX), over);
         } else {
-            x = F::and_(x, F::ord(x, x));
-            x = F::min(F::max(roundBy<F, R>(x), F::set1(T(Lo))), F::set1(T(Hi)));
-            return F::toI32Trunc(x);
+            // The upper bound takes NaN too (an unordered min gives its second
+            // operand). Below, the truncating convert gives the integer minimum
+            // for everything under -2^31 and the saturating packs into 8 and
+            // 16 bits clamp the rest; only 32-bit lanes clamp explicitly.
+            x = F::min(roundBy<F, R>(x), F::set1(T(Hi)));
+            if constexpr (sizeof(D) == 4) x = F::max(x, F::set1(T(Lo)));
+            return convert<F>(x);
         }
     }
 
@@ -301,7 +326,8 @@ inline void toInt(Src src, D* d, std::ptrdiff_t n, Rnd r, int sf) {
         else run<one>(ToInt<Src, D, R, 2, Lo, Hi>{src, f1, f2}, d, n);
     };
     auto byMode = [&] {
-        if (r == Rnd::Near) go.template operator()<Rnd::Near>();
+        if (r == Rnd::Near && (_mm_getcsr() & 0x6000u) == MxcsrGuard::kNearest) go.template operator()<Rnd::Current>();
+        else if (r == Rnd::Near) go.template operator()<Rnd::Near>();
         else if (r == Rnd::Zero) go.template operator()<Rnd::Zero>();
         else go.template operator()<Rnd::Away>();
     };

@@ -58,7 +58,7 @@ struct Narrow24 {
 };
 
 // Floats scaled as the other float-to-integer conversions, rounded to
-// nearest even, saturated to 24 bits (NaN gives 0): the lane kernel fills a
+// nearest even, saturated to 24 bits (NaN gives the maximum): the lane kernel fills a
 // block of 32-bit results, which are then packed.
 template <std::int32_t Lo, std::int32_t Hi>
 struct Float24 {

@@ -118,10 +118,10 @@ Oracle el(F f) {
 Mode modeOf(int m) { return m == 0 ? Mode::TowardZero : m == 1 ? Mode::NearestEven : Mode::HalfAway; }
 
 // x * 2^-sf exactly (x = M 2^E with an integer M), rounded by m and
-// saturated to [lo, hi]; NaN gives the bound of its sign or 0.
+// saturated to [lo, hi]; NaN gives the bound of its sign or the maximum.
 template <class T>
 std::int64_t toInt(T x, int sf, Mode m, std::int64_t lo, std::int64_t hi, bool nanBySign) {
-    if (std::isnan(x)) return nanBySign ? (std::signbit(x) ? lo : hi) : 0;
+    if (std::isnan(x)) return nanBySign && std::signbit(x) ? lo : hi;
     if (std::isinf(x)) return x > 0 ? hi : lo;
     if (x == 0) return 0;
     constexpr int digits = std::numeric_limits<T>::digits;
