@@ -232,6 +232,35 @@ struct ToFloat {
     }
 };
 
+// Doubles from 16/32-bit integers or floats (exact), optionally times f.
+template <class S, bool Scaled>
+struct ToDouble {
+    const S* s;
+    __m128d f;
+    template <class L>
+    typename L::R at(std::ptrdiff_t i) const {
+        using SL = Rebind<L, S>;
+        typename L::R x;
+        if constexpr (std::is_same_v<S, float>) x = L::fromF32(SL::load(s + i));
+        else if constexpr (sizeof(S) == 2) x = L::fromI32(SL::widenLo(SL::load(s + i)));
+        else x = L::fromI32(SL::load(s + i));
+        if constexpr (Scaled) return L::mul(x, f);
+        else return x;
+    }
+};
+
+// Floats from doubles, rounded by the current mode (the export holds a guard).
+struct DoubleToFloat {
+    const double* s;
+    template <class L>
+    typename L::R at(std::ptrdiff_t i) const {
+        using SL = Rebind<L, double>;
+        const __m128 lo = Lane<double, 16>::toF32(SL::load(s + i));
+        if constexpr (L::N == 1) return lo;
+        else return _mm_movelh_ps(lo, Lane<double, 16>::toF32(SL::load(s + i + SL::N)));
+    }
+};
+
 // Integers of D from float or double sources: times 2^-sf (Steps exact
 // products), rounded by R, saturated to [Lo, Hi]. A full 32-bit range takes
 // the bit-pattern rule: a scaled value whose bits, read as a signed integer,

@@ -98,23 +98,37 @@ struct IntToFloatSfs {
 };
 
 // Integers times 2^-sf in double precision, the factor clamped to
-// [2^-1022, 2^1008].
+// [2^-1022, 2^1008]: exact, except that a 32-bit source can overflow to
+// infinity (under the guard, whatever the caller's mode).
 struct IntToDoubleSfs {
     template <class S>
     static void go(const S* s, Zvp64f* d, std::ptrdiff_t n, int sf) {
-        const double f = conv::pow2Clamped<double>(sf, -1008, 1022);
-        MxcsrGuard g(MxcsrGuard::kNearest);  // 32-bit sources can overflow
-        for (std::ptrdiff_t i = 0; i < n; ++i) d[i] = double(s[i]) * f;
+        const __m128d f = _mm_set1_pd(conv::pow2Clamped<double>(sf, -1008, 1022));
+        MxcsrGuard g(MxcsrGuard::kNearest);
+        form::each<Zvp64f, 1>(conv::ToDouble<S, true>{s, f}, d, n);
     }
 };
 
-// Plain element casts between float precisions and from 32-bit integers,
-// under round-to-nearest with denormals kept.
-struct Cast {
-    template <class S, class D>
-    static void go(const S* s, D* d, std::ptrdiff_t n) {
+// Exact widenings to double; float sources under a guard, so that a
+// caller's denormals-are-zero does not reach them.
+struct ToDoubleExact {
+    template <class S>
+    static void go(const S* s, Zvp64f* d, std::ptrdiff_t n) {
+        const conv::ToDouble<S, false> fn{s, _mm_setzero_pd()};
+        if constexpr (std::is_same_v<S, float>) {
+            MxcsrGuard g(MxcsrGuard::kNearest);
+            form::each<Zvp64f, 1>(fn, d, n);
+        } else {
+            form::each<Zvp64f, 1>(fn, d, n);
+        }
+    }
+};
+
+// Doubles to floats, to nearest even with denormal results kept.
+struct DoubleToFloat {
+    static void go(const Zvp64f* s, Zvp32f* d, std::ptrdiff_t n) {
         MxcsrGuard g(MxcsrGuard::kNearest);
-        for (std::ptrdiff_t i = 0; i < n; ++i) d[i] = D(s[i]);
+        form::each<Zvp32f, 1>(conv::DoubleToFloat{s}, d, n);
     }
 };
 
@@ -247,13 +261,13 @@ ZvpStatus zvpsConvert_32s32f(const Zvp32s* pSrc, Zvp32f* pDst, int len) {
     return form::v<Policy<Zvp32f, IntToFloat>>(pSrc, pDst, len);
 }
 ZvpStatus zvpsConvert_32s64f(const Zvp32s* pSrc, Zvp64f* pDst, int len) {
-    return form::v<Policy<Zvp64f, Cast>>(pSrc, pDst, len);
+    return form::v<Policy<Zvp64f, ToDoubleExact>>(pSrc, pDst, len);
 }
 ZvpStatus zvpsConvert_32f64f(const Zvp32f* pSrc, Zvp64f* pDst, int len) {
-    return form::v<Policy<Zvp64f, Cast>>(pSrc, pDst, len);
+    return form::v<Policy<Zvp64f, ToDoubleExact>>(pSrc, pDst, len);
 }
 ZvpStatus zvpsConvert_64f32f(const Zvp64f* pSrc, Zvp32f* pDst, int len) {
-    return form::v<Policy<Zvp32f, Cast>>(pSrc, pDst, len);
+    return form::v<Policy<Zvp32f, DoubleToFloat>>(pSrc, pDst, len);
 }
 ZvpStatus zvpsConvert_32s16s(const Zvp32s* pSrc, Zvp16s* pDst, int len) {
     return form::v<Policy<Zvp16s, Narrow32s16s>>(pSrc, pDst, len);
