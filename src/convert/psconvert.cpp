@@ -10,6 +10,7 @@
 #include "convert_kernel.h"
 #include "forms.h"
 #include "fpguard.h"
+#include "lane_scale.h"
 #include "p8/convert.h"
 #include "scale.h"
 
@@ -42,25 +43,9 @@ struct WidenFn {
     }
 };
 
-// 32-bit integers narrowed to 16 bits with saturation.
-struct Narrow32s16sFn {
-    const Zvp32s* s;
-    template <class L>
-    typename L::R at(std::ptrdiff_t i) const {
-        using SL = Rebind<L, Zvp32s>;
-        constexpr int K = L::N / SL::N;
-        __m128i r[K];
-        for (int k = 0; k < K; ++k) r[k] = SL::load(s + i + k * SL::N);
-        return conv::narrowTo<Zvp16s, K>(r);
-    }
-};
-
 struct Widen {
     template <class S, class D>
     static void go(const S* s, D* d, std::ptrdiff_t n) { form::each<D, 1>(WidenFn<S>{s}, d, n); }
-};
-struct Narrow32s16s {
-    static void go(const Zvp32s* s, Zvp16s* d, std::ptrdiff_t n) { form::each<Zvp16s, 1>(Narrow32s16sFn{s}, d, n); }
 };
 
 // Integers to float, exact up to 24 bits. 32-bit sources round to nearest
@@ -227,11 +212,36 @@ struct Narrow64s32s {
     }
 };
 
-// 32s to 16s by the scale rule, the factor clamped to [-15, 31].
+// 32s to 16s by the scale rule, the factor clamped to [-15, 31]: positive
+// factors round in the 32-bit lanes (ties to even) before the saturating
+// pack; negative ones shift the saturated 16-bit values left, saturating.
+template <int Path>  // 1: sf > 0, 0: sf = 0, -1: sf < 0
+struct Narrow32s16sSfsFn {
+    const Zvp32s* s;
+    RoundShift<Full<Zvp32s>> down;
+    NegConsts up;
+    template <class L>
+    typename L::R at(std::ptrdiff_t i) const {
+        using SL = Rebind<L, Zvp32s>;
+        constexpr int K = L::N / SL::N;
+        __m128i r[K];
+        for (int k = 0; k < K; ++k) {
+            r[k] = SL::load(s + i + k * SL::N);
+            if constexpr (Path > 0) r[k] = down(r[k]);
+        }
+        const __m128i v = conv::narrowTo<Zvp16s, K>(r);
+        if constexpr (Path < 0) return shiftLeftSat<Full<Zvp16s>>(v, up);
+        else return v;
+    }
+};
 struct Narrow32s16sSfs {
     static void go(const Zvp32s* s, Zvp16s* d, std::ptrdiff_t n, int sf) {
         const int k = std::clamp(sf, -15, 31);
-        for (std::ptrdiff_t i = 0; i < n; ++i) d[i] = scaleRule<Zvp16s>(s[i], k);
+        const RoundShift<Full<Zvp32s>> down(k > 0 ? k : 1);
+        const NegConsts up = negConsts<Full<Zvp16s>>(k < 0 ? -k : 1);
+        if (k > 0) form::each<Zvp16s, 1>(Narrow32s16sSfsFn<1>{s, down, up}, d, n);
+        else if (k == 0) form::each<Zvp16s, 1>(Narrow32s16sSfsFn<0>{s, down, up}, d, n);
+        else form::each<Zvp16s, 1>(Narrow32s16sSfsFn<-1>{s, down, up}, d, n);
     }
 };
 
@@ -270,7 +280,7 @@ ZvpStatus zvpsConvert_64f32f(const Zvp64f* pSrc, Zvp32f* pDst, int len) {
     return form::v<Policy<Zvp32f, DoubleToFloat>>(pSrc, pDst, len);
 }
 ZvpStatus zvpsConvert_32s16s(const Zvp32s* pSrc, Zvp16s* pDst, int len) {
-    return form::v<Policy<Zvp16s, Narrow32s16s>>(pSrc, pDst, len);
+    return form::v<Policy<Zvp16s, Narrow32s16sSfs>>(pSrc, pDst, len, 0);
 }
 
 // The length is compared as an unsigned number: only 0 is refused.
