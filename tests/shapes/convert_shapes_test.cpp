@@ -46,19 +46,12 @@ Row packed(Row r) {
 
 // ---- Makers for the shapes only this family has ---------------------------------------
 
-template <class A, class D>
-Row unr(const char* n, ZvpStatus (*f)(const A*, D*, int, ZvpRoundMode, int)) {
+// Source, destination, length, rounding mode, and a scale factor if S is int.
+template <class A, class D, class... S>
+Row unr(const char* n, ZvpStatus (*f)(const A*, D*, int, ZvpRoundMode, S...)) {
     Row r = row(n, {in<A>(), out<D>()}, [f](void* const* p, int len, const Vals& v) {
-        return f(static_cast<const A*>(p[0]), static_cast<D*>(p[1]), len, ZvpRoundMode(v.mode), v.sf);
-    }, true);
-    r.mode = true;
-    return r;
-}
-template <class A, class D>
-Row unm(const char* n, ZvpStatus (*f)(const A*, D*, int, ZvpRoundMode)) {
-    Row r = row(n, {in<A>(), out<D>()}, [f](void* const* p, int len, const Vals& v) {
-        return f(static_cast<const A*>(p[0]), static_cast<D*>(p[1]), len, ZvpRoundMode(v.mode));
-    });
+        return f(static_cast<const A*>(p[0]), static_cast<D*>(p[1]), len, ZvpRoundMode(v.mode), S(v.sf)...);
+    }, sizeof...(S) > 0);
     r.mode = true;
     return r;
 }
@@ -241,9 +234,9 @@ std::vector<Row> rows() {
             .withOracle(el<Zvp32f, S24>(R(toInt(x, v.sf, Mode::NearestEven, -8388608, 8388607, false)))),
         packed(un("Convert_32f24u_Sfs", zvpsConvert_32f24u_Sfs))
             .withOracle(el<Zvp32f, U24>(R(toInt(x, v.sf, Mode::NearestEven, 0, 16777215, false)))),
-        unm("Convert_16s16f", zvpsConvert_16s16f).refuse(noFinancial())
+        unr("Convert_16s16f", zvpsConvert_16s16f).refuse(noFinancial())
             .withOracle(el<Zvp16s, Zvp16f>(R(halfOf(x, v.mode == 1)))),
-        unm("Convert_32f16f", zvpsConvert_32f16f).refuse(noFinancial()).withOracle(el<Zvp32f, Zvp16f>(R(
+        unr("Convert_32f16f", zvpsConvert_32f16f).refuse(noFinancial()).withOracle(el<Zvp32f, Zvp16f>(R(
             halfOf(x, v.mode == 1, get<std::uint32_t>(&x))))),
         un("Convert_16f32f", zvpsConvert_16f32f).withOracle(el<Zvp16f, Zvp32f>(R(halfToFloat(x)))),
         unr("Convert_16f16s_Sfs", zvpsConvert_16f16s_Sfs).refuse(noFinancial()).withOracle(el<Zvp16f, Zvp16s>(R(
