@@ -79,6 +79,7 @@ struct Ops<float> {
     static __m128i toI32(R v) { return _mm_cvtps_epi32(v); }
     static __m128i toI32Trunc(R v) { return _mm_cvttps_epi32(v); }
     static R roundNearest(R v) { return _mm_round_ps(v, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
+    static R roundTrunc(R v) { return _mm_round_ps(v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC); }
     static R hiHalf(R v) { return _mm_movehl_ps(v, v); }
     static R zipLo(R a, R b) { return _mm_unpacklo_ps(a, b); }
     static R zipHi(R a, R b) { return _mm_unpackhi_ps(a, b); }
@@ -145,6 +146,7 @@ struct Ops<double> {
     static __m128i toI32(R v) { return _mm_cvtpd_epi32(v); }
     static __m128i toI32Trunc(R v) { return _mm_cvttpd_epi32(v); }
     static R roundNearest(R v) { return _mm_round_pd(v, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC); }
+    static R roundTrunc(R v) { return _mm_round_pd(v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC); }
     static R hiHalf(R v) { return _mm_unpackhi_pd(v, v); }
     static R zipLo(R a, R b) { return _mm_unpacklo_pd(a, b); }
     static R zipHi(R a, R b) { return _mm_unpackhi_pd(a, b); }
@@ -220,6 +222,8 @@ struct FloatLane {
     static __m128i toI32Trunc(R v) { return O::toI32Trunc(v); }
     // To the nearest integer value, ties to even, whatever the mode.
     static R roundNearest(R v) { return O::roundNearest(v); }
+    // To the integer value toward zero, whatever the mode.
+    static R roundTrunc(R v) { return O::roundTrunc(v); }
     // The high 8 bytes moved to the low ones.
     static R hiHalf(R v) { return O::hiHalf(v); }
     // (a0, b0, a1, b1 ...) from the low halves, or from the high halves; the
