@@ -151,6 +151,46 @@ void showSpectrum() {
     zvpsFFTFree_R_32f(spec);
 }
 
+// A float signal to 16-bit samples and to mu-law codes and back: the error
+// of each round trip against the original.
+void showConversion() {
+    section("16-bit and mu-law");
+    constexpr int n = 4000;
+    static Zvp32f x[n], back16[n], backMu[n];
+    static Zvp16s pcm[n];
+    static Zvp8u mu[n];
+    for (int i = 0; i < n; ++i)
+        x[i] = static_cast<Zvp32f>(0.6 * std::sin(2 * kPi * 440.0 * i / 8000.0) +
+                                   0.05 * std::sin(2 * kPi * 3100.0 * i / 8000.0));
+    // Full scale 1.0 = 2^15: scale factor -15, rounded to nearest.
+    zvpsConvert_32f16s_Sfs(x, pcm, n, zvpRndNear, -15);
+    zvpsConvert_16s32f_Sfs(pcm, back16, n, 15);
+    zvpsLinToMuLaw_32f8u(x, mu, n);
+    zvpsMuLawToLin_8u32f(mu, backMu, n);
+    double e16 = 0, eMu = 0, p = 0, m16 = 0, mMu = 0;
+    for (int i = 0; i < n; ++i) {
+        const double d16 = back16[i] - x[i], dMu = backMu[i] - x[i];
+        p += double(x[i]) * x[i];
+        e16 += d16 * d16;
+        eMu += dMu * dMu;
+        m16 = std::fmax(m16, std::fabs(d16));
+        mMu = std::fmax(mMu, std::fabs(dMu));
+    }
+    std::printf("%d samples of 440 Hz at 0.6 and 3100 Hz at 0.05 of full scale, 8 kHz\n", n);
+    std::printf("  16-bit : largest error %.3g, signal to error %.1f dB\n", m16, 10 * std::log10(p / e16));
+    std::printf("  mu-law : largest error %.3g, signal to error %.1f dB (8 bits a sample)\n", mMu,
+                10 * std::log10(p / eMu));
+    // The signal's statistics and its peak, from the library's reductions.
+    Zvp32f mean = 0, sd = 0, peak = 0;
+    int at = -1;
+    zvpsMeanStdDev_32f(x, n, &mean, &sd);
+    zvpsMaxIndx_32f(x, n, &peak, &at);
+    std::printf("  signal : mean %.3g, standard deviation %.4f, peak %.4f at sample %d\n", mean, sd, peak, at);
+    std::printf("  first codes:");
+    for (int i = 0; i < 8; ++i) std::printf(" 0x%02x", mu[i]);
+    std::printf("\n");
+}
+
 }  // namespace
 
 int main() {
@@ -161,5 +201,6 @@ int main() {
     showCopies();
     showMixing();
     showSpectrum();
+    showConversion();
     return 0;
 }

@@ -34,7 +34,8 @@ void draw24(void* dst, std::size_t n, std::mt19937_64& g, Draw d) {
 }
 void extreme24(void* dst, int k) { put24(dst, k24Extremes[k % 8]); }
 const Type* packed24() {
-    static const Type t{&typeid(Packed24), 3, true, false, &draw24, &extreme24, 8};
+    static const Type t{&typeid(Packed24), 3, true, false, &draw24, &extreme24, 8,
+                        [](const void* p) { auto* b = static_cast<const unsigned char*>(p); return !(b[0] | b[1] | b[2]); }};
     return &t;
 }
 // The byte-pointer arguments of a row are packed 24-bit samples.
