@@ -38,7 +38,8 @@ extern "C" {
  *
  * zvpsConvert_64s64f compares its length as an unsigned number: only 0 is
  * refused with zvpStsSizeErr, and a negative length is taken as a count of
- * 2^32 + len elements. */
+ * 2^32 + len elements (on a 32-bit target, whose address space cannot hold
+ * that many, it is refused with zvpStsSizeErr too). */
 ZvpStatus zvpsConvert_8s16s(const Zvp8s* pSrc, Zvp16s* pDst, int len);
 ZvpStatus zvpsConvert_16s32s(const Zvp16s* pSrc, Zvp32s* pDst, int len);
 ZvpStatus zvpsConvert_8s32f(const Zvp8s* pSrc, Zvp32f* pDst, int len);
@@ -99,7 +100,8 @@ ZvpStatus zvpsConvert_64f64s_Sfs(const Zvp64f* pSrc, Zvp64s* pDst, int len, ZvpR
  *
  * zvpsConvert_16s8s_Sfs compares its length as an unsigned number: only 0 is
  * refused with zvpStsSizeErr, and a negative length is taken as a count of
- * 2^32 + len elements. */
+ * 2^32 + len elements (on a 32-bit target, whose address space cannot hold
+ * that many, it is refused with zvpStsSizeErr too). */
 ZvpStatus zvpsConvert_16s8s_Sfs(const Zvp16s* pSrc, Zvp8s* pDst, int len, ZvpRoundMode rndMode, int scaleFactor);
 ZvpStatus zvpsConvert_64s32s_Sfs(const Zvp64s* pSrc, Zvp32s* pDst, int len, ZvpRoundMode rndMode, int scaleFactor);
 

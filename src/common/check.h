@@ -3,6 +3,8 @@
 // then its own values, then the identity tag of a state record (-17).
 #pragma once
 
+#include <cstddef>
+
 #include "level.h"
 #include "zvptypes.h"
 
@@ -16,6 +18,14 @@ constexpr bool anyNull(const P*... p) noexcept {
 template <class... L>
 constexpr bool anyBelowOne(L... len) noexcept {
     return ((len < 1) || ...);
+}
+
+// A length read as an unsigned count: 0 is refused, and a negative length is
+// the count 2^32 + len, more elements than a 32-bit address space holds, so
+// only a 64-bit build accepts it. Returns the count, or 0 when refused.
+constexpr std::size_t unsignedCount(int len) noexcept {
+    if (len == 0 || (len < 0 && sizeof(void*) < 8)) return 0;
+    return std::size_t(static_cast<unsigned>(len));
 }
 
 }  // namespace zvp::ZVP_LEVEL

@@ -283,11 +283,11 @@ ZvpStatus zvpsConvert_32s16s(const Zvp32s* pSrc, Zvp16s* pDst, int len) {
     return form::v<Policy<Zvp16s, Narrow32s16sSfs>>(pSrc, pDst, len, 0);
 }
 
-// The length is compared as an unsigned number: only 0 is refused.
+// The length is read as an unsigned count (unsignedCount).
 ZvpStatus zvpsConvert_64s64f(const Zvp64s* pSrc, Zvp64f* pDst, int len) {
     ZVP_CHECK_PTRS(pSrc, pDst);
-    if (len == 0) return zvpStsSizeErr;
-    const std::size_t n = std::uint32_t(len);
+    const std::size_t n = unsignedCount(len);
+    if (n == 0) return zvpStsSizeErr;
     MxcsrGuard g(MxcsrGuard::kNearest);
     for (std::size_t i = 0; i < n; ++i) pDst[i] = int64ToDouble(pSrc[i]);
     return zvpStsNoErr;
@@ -324,11 +324,11 @@ ZvpStatus zvpsConvert_64f64s_Sfs(const Zvp64f* pSrc, Zvp64s* pDst, int len, ZvpR
     return form::v<Policy<Zvp64s, Double64s>>(pSrc, pDst, len, rndMode, scaleFactor);
 }
 
-// The length is compared as an unsigned number: only 0 is refused.
+// The length is read as an unsigned count (unsignedCount).
 ZvpStatus zvpsConvert_16s8s_Sfs(const Zvp16s* pSrc, Zvp8s* pDst, int len, ZvpRoundMode rndMode, int scaleFactor) {
     ZVP_CHECK_PTRS(pSrc, pDst);
-    if (len == 0) return zvpStsSizeErr;
-    const std::size_t n = std::uint32_t(len);
+    const std::size_t n = unsignedCount(len);
+    if (n == 0) return zvpStsSizeErr;
     if (scaleFactor >= 18) {
         for (std::size_t i = 0; i < n; ++i) pDst[i] = 0;
         return zvpStsNoErr;

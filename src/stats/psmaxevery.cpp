@@ -62,13 +62,11 @@ ZVP_EVERY_I(Min, false, 64f)
 #undef ZVP_EVERY
 #undef ZVP_EVERY_I
 
-// The length is read as unsigned: only 0 is refused, and a negative length
-// is the count 2^32 + len -- more doubles than a 32-bit address space
-// holds, so there it is refused too.
+// The length is read as an unsigned count (unsignedCount).
 ZvpStatus zvpsMinEvery_64f(const Zvp64f* pSrc1, const Zvp64f* pSrc2, Zvp64f* pDst, int len) {
     ZVP_CHECK_PTRS(pSrc1, pSrc2, pDst);
-    if (len == 0 || (len < 0 && sizeof(void*) < 8)) return zvpStsSizeErr;
-    const std::ptrdiff_t n = std::ptrdiff_t(std::uint32_t(len));
+    const std::ptrdiff_t n = std::ptrdiff_t(unsignedCount(len));
+    if (n == 0) return zvpStsSizeErr;
     return Every<Zvp64f, false>::run(form::Vec<Zvp64f>{pSrc2}, form::Vec<Zvp64f>{pSrc1}, pDst, n);
 }
 
