@@ -169,7 +169,7 @@ inline std::int32_t magnitudeRounded(std::uint64_t r, int sf) {
     constexpr std::uint64_t kMax = 0x7FFFFFFF;
     if (r == 0) return 0;
     if (sf <= 0) {
-        const int k = -sf;  // sqrt(r * 4^k), rounded; no tie is possible
+        const int k = sf < -32 ? 32 : -sf;  // sqrt(r * 4^k), rounded; no tie is possible
         if (k >= 32 || r > (~std::uint64_t(0) >> (2 * k))) return std::int32_t(kMax);
         const std::uint64_t x = r << (2 * k);
         std::uint64_t f = isqrt(x);

@@ -273,7 +273,7 @@ inline D sqrtScaled(std::uint64_t s, int sf) {
     using L = std::numeric_limits<D>;
     if (s == 0 || sf >= 33) return D(0);  // sqrt(s) < 2^32: below one half
     if (sf <= 0) {
-        const int k = -sf;
+        const int k = sf < -31 ? 31 : -sf;
         // sqrt(s) 2^k >= 2^31 saturates: s >= 2^(62 - 2k).
         if (k >= 31 || s >= (std::uint64_t(1) << (62 - 2 * k))) return L::max();
         const std::uint64_t x = s << (2 * k);

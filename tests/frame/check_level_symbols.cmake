@@ -2,8 +2,9 @@
 # processor level (zvp::${LEVEL}::). The same sources compiled for another
 # level must not define a function of the same name, or the two levels'
 # inline functions would meet at link time. Allowed besides: the exported C
-# names (zvp...), and the functions and labels the compiler, assembler and C
-# runtime add.
+# names (zvp...), standard-library templates instantiated on the level's
+# types, and the functions and labels the compiler, assembler and C runtime
+# add.
 # Mangled names: a function in zvp::LEVEL:: (a member, a template, a lambda
 # or a clone of one included) starts with _ZN3zvp<len>LEVEL, possibly with
 # qualifiers after the N, or _ZZN... for what is local to such a function.
@@ -30,6 +31,9 @@ foreach(line IN LISTS lines)
   if(name MATCHES "${levelPrefix}")
     math(EXPR inLevel "${inLevel} + 1")
   elseif(name MATCHES "^zvp[A-Za-z0-9_]*$")
+  elseif(name MATCHES "^_ZN?[KVRO]*St.*3zvp${levelLen}${LEVEL}")
+    # A standard-library template instantiated on a type of this level: the
+    # level is part of its name, so another level's copy is a different one.
   elseif(name MATCHES "^(_init|_fini|frame_dummy|register_tm_clones|deregister_tm_clones|__do_global_dtors_aux)$"
          OR name MATCHES "^_GLOBAL__sub_I_"
          OR name MATCHES "^_sub_[DI]_[0-9]+_[0-9]+$"  # sanitizer module constructors

@@ -351,7 +351,7 @@ LD devOracle(int bits, const Vec& x, int sf) {
 // The L1 norm into 32 bits: truncating shifts, 0 from 32 on, saturated.
 LD l1Truncated(const Wide& s, int sf) {
     if (sf >= 32) return 0;
-    return LD(clampTo<Zvp32s>(sf >= 0 ? s.shrMag(sf) : s.shl(std::min(-sf, 31))));
+    return LD(clampTo<Zvp32s>(sf >= 0 ? s.shrMag(sf) : s.shl(sf < -31 ? 31 : -sf)));
 }
 // q = sqrt(s) 2^-sf to nearest even, saturated: checked by squares, exactly.
 bool roundedRoot(const Wide& s, int sf, std::int64_t q) {
