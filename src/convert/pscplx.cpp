@@ -251,37 +251,42 @@ ZvpStatus phase64Form(Src s, double* d, int len) {
 
 }  // namespace
 
-// ---- Magnitude ------------------------------------------------------------------
+// ---- Magnitude and power spectrum ------------------------------------------------
 
-ZvpStatus zvpsMagnitude_32fc(const Zvp32fc* pSrc, Zvp32f* pDst, int len) {
-    return floatForm<MagnitudeOp>(pSrc, pDst, len);
-}
-ZvpStatus zvpsMagnitude_64fc(const Zvp64fc* pSrc, Zvp64f* pDst, int len) {
-    return floatForm<MagnitudeOp>(pSrc, pDst, len);
-}
-ZvpStatus zvpsMagnitude_32f(const Zvp32f* pSrcRe, const Zvp32f* pSrcIm, Zvp32f* pDst, int len) {
-    return floatForm<MagnitudeOp>(pSrcRe, pSrcIm, pDst, len);
-}
-ZvpStatus zvpsMagnitude_64f(const Zvp64f* pSrcRe, const Zvp64f* pSrcIm, Zvp64f* pDst, int len) {
-    return floatForm<MagnitudeOp>(pSrcRe, pSrcIm, pDst, len);
-}
-ZvpStatus zvpsMagnitude_16sc32f(const Zvp16sc* pSrc, Zvp32f* pDst, int len) {
-    ZVP_RETURN_IF_ERROR(checks(pSrc, pDst, len));
-    int16Kernel<2>(Interleaved16{form::parts(pSrc)}, pDst, len, Int16Op<What::Magnitude, float>{});
-    return zvpStsNoErr;
-}
-ZvpStatus zvpsMagnitude_16s32f(const Zvp16s* pSrcRe, const Zvp16s* pSrcIm, Zvp32f* pDst, int len) {
-    ZVP_RETURN_IF_ERROR(checks(pSrcRe, pSrcIm, pDst, len));
-    int16Kernel<2>(Split16{pSrcRe, pSrcIm}, pDst, len, Int16Op<What::Magnitude, float>{});
-    return zvpStsNoErr;
-}
-ZvpStatus zvpsMagnitude_16sc_Sfs(const Zvp16sc* pSrc, Zvp16s* pDst, int len, int scaleFactor) {
-    ZVP_RETURN_IF_ERROR(checks(pSrc, pDst, len));
-    MxcsrGuard g(MxcsrGuard::kNearest);
-    int16Kernel<2>(Interleaved16{form::parts(pSrc)}, pDst, len,
-                   Int16Op<What::Magnitude, Zvp16s>{scaleOf(scaleFactor)});
-    return zvpStsNoErr;
-}
+// Magnitude and power spectrum share every form but the 16s_Sfs one: the
+// float forms on lanes, the 16-bit ones through exact 32-bit sums of squares.
+#define ZVP_SQUARES_FORMS(Name, FloatOp, W)                                                              \
+    ZvpStatus zvps##Name##_32fc(const Zvp32fc* pSrc, Zvp32f* pDst, int len) {                            \
+        return floatForm<FloatOp>(pSrc, pDst, len);                                                      \
+    }                                                                                                    \
+    ZvpStatus zvps##Name##_64fc(const Zvp64fc* pSrc, Zvp64f* pDst, int len) {                            \
+        return floatForm<FloatOp>(pSrc, pDst, len);                                                      \
+    }                                                                                                    \
+    ZvpStatus zvps##Name##_32f(const Zvp32f* pSrcRe, const Zvp32f* pSrcIm, Zvp32f* pDst, int len) {      \
+        return floatForm<FloatOp>(pSrcRe, pSrcIm, pDst, len);                                            \
+    }                                                                                                    \
+    ZvpStatus zvps##Name##_64f(const Zvp64f* pSrcRe, const Zvp64f* pSrcIm, Zvp64f* pDst, int len) {      \
+        return floatForm<FloatOp>(pSrcRe, pSrcIm, pDst, len);                                            \
+    }                                                                                                    \
+    ZvpStatus zvps##Name##_16sc32f(const Zvp16sc* pSrc, Zvp32f* pDst, int len) {                         \
+        ZVP_RETURN_IF_ERROR(checks(pSrc, pDst, len));                                                    \
+        int16Kernel<2>(Interleaved16{form::parts(pSrc)}, pDst, len, Int16Op<W, float>{});                \
+        return zvpStsNoErr;                                                                              \
+    }                                                                                                    \
+    ZvpStatus zvps##Name##_16s32f(const Zvp16s* pSrcRe, const Zvp16s* pSrcIm, Zvp32f* pDst, int len) {   \
+        ZVP_RETURN_IF_ERROR(checks(pSrcRe, pSrcIm, pDst, len));                                          \
+        int16Kernel<2>(Split16{pSrcRe, pSrcIm}, pDst, len, Int16Op<W, float>{});                         \
+        return zvpStsNoErr;                                                                              \
+    }                                                                                                    \
+    ZvpStatus zvps##Name##_16sc_Sfs(const Zvp16sc* pSrc, Zvp16s* pDst, int len, int scaleFactor) {       \
+        ZVP_RETURN_IF_ERROR(checks(pSrc, pDst, len));                                                    \
+        MxcsrGuard g(MxcsrGuard::kNearest);                                                              \
+        int16Kernel<2>(Interleaved16{form::parts(pSrc)}, pDst, len, Int16Op<W, Zvp16s>{scaleOf(scaleFactor)}); \
+        return zvpStsNoErr;                                                                              \
+    }
+ZVP_SQUARES_FORMS(Magnitude, MagnitudeOp, What::Magnitude)
+ZVP_SQUARES_FORMS(PowerSpectr, PowerOp, What::Power)
+#undef ZVP_SQUARES_FORMS
 ZvpStatus zvpsMagnitude_16s_Sfs(const Zvp16s* pSrcRe, const Zvp16s* pSrcIm, Zvp16s* pDst, int len,
                                 int scaleFactor) {
     ZVP_RETURN_IF_ERROR(checks(pSrcRe, pSrcIm, pDst, len));
@@ -456,36 +461,8 @@ ZvpStatus zvpsPolarToCart_32sc(const Zvp32s* pSrcMagn, const Zvp32s* pSrcPhase, 
     return polarFixed(pSrcMagn, pSrcPhase, pDst, len, 0, -29);
 }
 
-// ---- PowerSpectr ------------------------------------------------------------------
+// ---- PowerSpectr_16s_Sfs ------------------------------------------------------------
 
-ZvpStatus zvpsPowerSpectr_32fc(const Zvp32fc* pSrc, Zvp32f* pDst, int len) {
-    return floatForm<PowerOp>(pSrc, pDst, len);
-}
-ZvpStatus zvpsPowerSpectr_64fc(const Zvp64fc* pSrc, Zvp64f* pDst, int len) {
-    return floatForm<PowerOp>(pSrc, pDst, len);
-}
-ZvpStatus zvpsPowerSpectr_32f(const Zvp32f* pSrcRe, const Zvp32f* pSrcIm, Zvp32f* pDst, int len) {
-    return floatForm<PowerOp>(pSrcRe, pSrcIm, pDst, len);
-}
-ZvpStatus zvpsPowerSpectr_64f(const Zvp64f* pSrcRe, const Zvp64f* pSrcIm, Zvp64f* pDst, int len) {
-    return floatForm<PowerOp>(pSrcRe, pSrcIm, pDst, len);
-}
-ZvpStatus zvpsPowerSpectr_16sc32f(const Zvp16sc* pSrc, Zvp32f* pDst, int len) {
-    ZVP_RETURN_IF_ERROR(checks(pSrc, pDst, len));
-    int16Kernel<2>(Interleaved16{form::parts(pSrc)}, pDst, len, Int16Op<What::Power, float>{});
-    return zvpStsNoErr;
-}
-ZvpStatus zvpsPowerSpectr_16s32f(const Zvp16s* pSrcRe, const Zvp16s* pSrcIm, Zvp32f* pDst, int len) {
-    ZVP_RETURN_IF_ERROR(checks(pSrcRe, pSrcIm, pDst, len));
-    int16Kernel<2>(Split16{pSrcRe, pSrcIm}, pDst, len, Int16Op<What::Power, float>{});
-    return zvpStsNoErr;
-}
-ZvpStatus zvpsPowerSpectr_16sc_Sfs(const Zvp16sc* pSrc, Zvp16s* pDst, int len, int scaleFactor) {
-    ZVP_RETURN_IF_ERROR(checks(pSrc, pDst, len));
-    MxcsrGuard g(MxcsrGuard::kNearest);
-    int16Kernel<2>(Interleaved16{form::parts(pSrc)}, pDst, len, Int16Op<What::Power, Zvp16s>{scaleOf(scaleFactor)});
-    return zvpStsNoErr;
-}
 ZvpStatus zvpsPowerSpectr_16s_Sfs(const Zvp16s* pSrcRe, const Zvp16s* pSrcIm, Zvp16s* pDst, int len,
                                   int scaleFactor) {
     ZVP_RETURN_IF_ERROR(checks(pSrcRe, pSrcIm, pDst, len));
