@@ -25,7 +25,14 @@
 #include "zvps_stats.h"
 #include "zvps_norms.h"
 #include "zvps_extremes.h"
+#include "zvps_window.h"
+#include "zvps_generate.h"
+#include "zvps_random.h"
 #include "zvps_fft.h"
 #include "zvps_fftreal.h"
+#include "zvps_dft.h"
+#include "zvps_dct.h"
+#include "zvps_goertzel.h"
+#include "zvps_hilbert.h"
 
 #endif /* ZVPS_H */
