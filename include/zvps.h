@@ -34,5 +34,7 @@
 #include "zvps_dct.h"
 #include "zvps_goertzel.h"
 #include "zvps_hilbert.h"
+#include "zvps_conv.h"
+#include "zvps_corr.h"
 
 #endif /* ZVPS_H */
