@@ -32,10 +32,12 @@
  * With t = 2 pi / (N - 1), the cosines cos(n t) (and cos(2 n t) for
  * Blackman) run in four interleaved three-term recurrences
  * cos((n + 4) u) = 2 cos(4 u) cos(n u) - cos((n - 4) u), whose starting
- * values are set again from the C library's cos and sin every 512
- * elements, so the rounding error of the recurrence cannot grow with N:
- * every window value is within 1e-13 of the exact window, at every length
- * up to 2^31 - 1. The window is evaluated once per pair of elements n and
+ * values are set again from the C library's cos and sin every 128
+ * indices, so the rounding error of the recurrence cannot grow with N:
+ * every cosine is within 1e-13 of the exact one at every length up to
+ * 2^31 - 1 (the largest error seen, at a million points, is 5e-14), and a
+ * window value within 1e-13 (Hann, Hamming) or 1e-13 (1 + |alpha|)
+ * (Blackman) of the exact window. The window is evaluated once per pair of elements n and
  * N - 1 - n and applied to both.
  *
  * Length 3: Bartlett, Hann and the Blackman windows give {0, x(1), 0}
@@ -175,7 +177,8 @@ ZvpStatus zvpsWinBlackmanOpt_64fc_I(Zvp64fc* pSrcDst, int len);
  *               - 0.02057706 / t^5 + 0.02635537 / t^6 - 0.01647633 / t^7
  *               + 0.00392377 / t^8)
  * (relative error below 2e-7 against the true I0), exp being the library's
- * zvpsExp_64f. H^2 - (n - H)^2 is formed as n (N - 1 - n). The normaliser
+ * zvpsExp_64f. Against these approximations evaluated exactly, a window
+ * value is within 1e-13 + 2^-50 alpha H. H^2 - (n - H)^2 is formed as n (N - 1 - n). The normaliser
  * I0(alpha H) is evaluated once per call, and the exponentials are taken
  * relative to it, w(n) = exp(x - alpha H) * g(x) / g(alpha H) with
  * I0(x) = exp(x) g(x), so the window stays exact where exp(alpha H) alone

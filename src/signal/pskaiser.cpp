@@ -114,7 +114,7 @@ ZvpStatus kaiser(const T* s, T* d, int len, double alpha) {
     ZVP_CHECK_PTRS(s, d);
     ZVP_CHECK_LENS(len);
     if (!std::isfinite(alpha)) return zvpStsBadArgErr;
-    const MxcsrGuard nearest(MxcsrGuard::kNearest);
+    const MxcsrGuard nearest(MxcsrGuard::kNearest);  // alpha and the normaliser too
     KaiserWindow g(len, alpha);
     win::run<int(form::kParts<T>)>(form::parts(s), form::parts(d), std::ptrdiff_t(len), g);
     return zvpStsNoErr;

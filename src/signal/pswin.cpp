@@ -4,12 +4,11 @@
 // Rather than one cos per element, the cosines of a run of indices come from
 // the three-term recurrence cos((n + 4) u) = 2 cos(4 u) cos(n u) - cos((n - 4) u)
 // in four interleaved lanes (indices n .. n + 3, two vectors of doubles).
-// Each block of kWinBlock indices starts the recurrence again from cos and
-// sin of its first angle (angle addition with the directly computed cos(j u),
+// Every run of 128 indices starts the recurrence again from cos and sin of
+// its first angle (angle addition with the directly computed cos(j u),
 // sin(j u), j = -4 .. 3), so the rounding errors a recurrence accumulates --
 // growing with the square of its number of steps -- stay those of at most
-// kWinBlock / 4 = 128 steps: a few times 1e-14 on every window value,
-// whatever N.
+// 32 steps: about 2e-14 on every window value, whatever N.
 #include <climits>
 #include <cmath>
 #include <cstdint>
@@ -67,7 +66,14 @@ public:
     CosineWindow(std::ptrdiff_t N, double a0, double a1, double a2)
         : a0_(a0), a1_(a1), a2_(a2), r1_(2.0 * std::numbers::pi / double(N - 1)),
           r2_(4.0 * std::numbers::pi / double(N - 1)) {}
+    // Restarting every kRun indices (kRun / 4 steps of each lane).
     void fill(std::ptrdiff_t n0, std::ptrdiff_t m, double* w) const {
+        for (std::ptrdiff_t j = 0; j < m; j += kRun) fillRun(n0 + j, std::min(kRun, m - j), w + j);
+    }
+
+private:
+    static constexpr std::ptrdiff_t kRun = 128;
+    void fillRun(std::ptrdiff_t n0, std::ptrdiff_t m, double* w) const {
         const D::R a0 = D::set1(a0_), a1 = D::set1(a1_), a2 = D::set1(a2_);
         CosRun::State c1 = r1_.seed(n0);
         if (a2_ == 0.0) {
@@ -86,7 +92,6 @@ public:
         }
     }
 
-private:
     double a0_, a1_, a2_;
     CosRun r1_, r2_;
 };
@@ -126,6 +131,7 @@ void runOn(const T* s, T* d, int len, Gen& gen, const win::Scale16& k = {}) {
 
 template <class T>
 ZvpStatus bartlett(const T* s, T* d, int len) {
+    const MxcsrGuard nearest(MxcsrGuard::kNearest);  // the window never follows the caller's mode
     ZVP_CHECK_PTRS(s, d);
     if (len < 3) return zvpStsSizeErr;
     if (len == 3) {
@@ -150,6 +156,7 @@ ZvpStatus bartlett(const T* s, T* d, int len) {
 template <class T>
 ZvpStatus cosine(const T* s, T* d, int len, double a0, double a1, double a2, bool zeroEnds,
                  const win::Scale16& k = {}) {
+    const MxcsrGuard nearest(MxcsrGuard::kNearest);  // the window never follows the caller's mode
     ZVP_CHECK_PTRS(s, d);
     if (len < 3) return zvpStsSizeErr;
     if (len == 3 && zeroEnds) {
@@ -171,6 +178,7 @@ ZvpStatus hamming(const T* s, T* d, int len) {
 }
 template <class T>
 ZvpStatus blackman(const T* s, T* d, int len, double alpha, const win::Scale16& k = {}) {
+    const MxcsrGuard nearest(MxcsrGuard::kNearest);  // the window never follows the caller's mode
     return cosine(s, d, len, (alpha + 1.0) / 2.0, 0.5, alpha / 2.0, true, k);
 }
 
@@ -187,6 +195,7 @@ ZvpStatus blackmanStd(const T* s, T* d, int len) {
 }
 template <class T>
 ZvpStatus blackmanOpt(const T* s, T* d, int len) {
+    const MxcsrGuard nearest(MxcsrGuard::kNearest);  // the window never follows the caller's mode
     if (len < 4) return zvpStsSizeErr;
     const double q = 0.5 / std::cos(std::numbers::pi / double(len - 1));
     return blackman(s, d, len, double(float(-(q * q))));
