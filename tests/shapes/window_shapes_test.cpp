@@ -1,9 +1,6 @@
-// Window rows of the shape table. Every element depends on the length, so
-// the rows are whole-vector ones (kWhole); the shared checks still catch a
-// wrong status or check order, a destination touched on error, an in-place
-// form that differs from its out-of-place twin or reads what it already
-// overwrote, and integer results that follow the caller's rounding mode.
-// Values are checked against closed forms in tests/signal/window_test.cpp.
+// Window rows of the shape table: whole-vector rows (every element depends on
+// the length) with their minimum lengths. Values are checked against closed
+// forms in tests/signal/window_test.cpp.
 #include <cmath>
 
 #include "shapes.h"
