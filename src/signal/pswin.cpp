@@ -30,11 +30,17 @@ using win::D;
 // (prev), advanced four indices at a time.
 class CosRun {
 public:
-    explicit CosRun(double u) : u_(u), k_(2.0 * std::cos(4.0 * u)) {
-        for (int j = -4; j < 4; ++j) {
-            c_[j + 4] = std::cos(j * u);
-            s_[j + 4] = std::sin(j * u);
+    // cos(j u) and sin(j u) for j = 1 .. 4, the negative j by symmetry;
+    // k = 2 cos(4 u).
+    explicit CosRun(double u) : u_(u) {
+        c_[4] = 1.0;
+        s_[4] = 0.0;
+        for (int j = 1; j <= 4; ++j) {
+            const double c = std::cos(j * u), s = std::sin(j * u);
+            if (j < 4) c_[4 + j] = c, s_[4 + j] = s;
+            c_[4 - j] = c, s_[4 - j] = -s;
         }
+        k_ = 2.0 * c_[0];
     }
     struct State {
         D::R prev[2], cur[2];
@@ -57,7 +63,7 @@ public:
 
 private:
     double u_, k_;
-    double c_[8], s_[8];
+    double c_[8], s_[8];  // j = -4 .. 3 at j + 4
 };
 
 // w(n) = a0 - a1 cos(n t) - a2 cos(2 n t); a2 = 0 skips the second cosine.
