@@ -206,6 +206,7 @@ struct Row {
     std::vector<std::int64_t> constList;  // integer constants to try instead of drawn ones
     const Row* twin = nullptr;            // the out-of-place form of an in-place row
     Oracle oracle;                        // the exact element rule, if the row has one
+    int minLen = 1;                       // shorter lengths are refused (-6); twins start here
 
     Row& with(unsigned f) {
         flags |= f;
@@ -224,6 +225,10 @@ struct Row {
     Row& nullCheckedElsewhere(unsigned argMask) {
         for (std::size_t k = 0; k < args.size(); ++k)
             if ((argMask >> k) & 1) args[k].optional = true;
+        return *this;
+    }
+    Row& minLength(int n) {
+        minLen = n;
         return *this;
     }
     Row& tryConstants(std::vector<std::int64_t> v) {
@@ -595,6 +600,7 @@ inline void checkErrors(const Row& r) {
         }
         for (int len : {0, -1, INT_MIN})
             if ((len == 0 || !(r.flags & kUnsignedLen)) && !expect(f.ptr, len, *v, zvpStsSizeErr, "bad length")) return;
+        if (r.minLen > 1 && !expect(f.ptr, r.minLen - 1, *v, zvpStsSizeErr, "length below the minimum")) return;
         if (v != &ok && !expect(f.ptr, 4, *v, r.refused(*v), "refused value")) return;
     }
     for (std::size_t i = 0; i < f.buf.size(); ++i)
@@ -643,6 +649,7 @@ inline void checkTwins(const Row& ip) {
             const auto data = drawArgs(o, 70, g, d);
             std::vector<std::vector<unsigned char>> ipData(data.begin(), data.end() - 1);
             for (int n : lengths()) {
+                if (n < o.minLen) continue;
                 Frame fo(o, n, data, 0, n);
                 const ZvpStatus so = fo.run(n, v);
                 if (so < 0 || !fo.intact()) {
