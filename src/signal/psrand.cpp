@@ -19,7 +19,6 @@
 #include "fpguard.h"
 #include "lane.h"
 #include "p8/frame.h"
-#include "p8/powers.h"
 #include "p8/random.h"
 
 namespace zvp::p8 {
@@ -32,6 +31,15 @@ constexpr U32 kMul = 69069u, kAdd = 1013904243u;
 constexpr U32 kMul2 = 475559465u, kAdd2 = 924302730u;
 static_assert(U32(kMul * kMul) == kMul2 && U32(kMul * kAdd + kAdd) == kAdd2);
 constexpr U32 kMul4 = U32(kMul2 * kMul2), kAdd4 = U32(kMul2 * kAdd2 + kAdd2);
+// The inverse of the multiplier modulo 2^32 (Newton's iteration doubles the
+// correct low bits each round), to step back once.
+constexpr U32 inverse(U32 a) {
+    U32 x = a;
+    for (int k = 0; k < 5; ++k) x *= 2u - a * x;
+    return x;
+}
+constexpr U32 kMulInv = inverse(kMul);
+static_assert(U32(kMulInv * kMul) == 1u);
 constexpr U32 kCongStart = 1131199209u;
 // The uniform step unit, 2^-32 to the 14 digits the records have always used.
 constexpr double kStepUnit = 2.3283064365387e-10;
@@ -109,66 +117,87 @@ bool readRecord(const void* p, std::int32_t tag, Rec& r) {
 
 constexpr int kBlock = 512;  // raw samples per block (even)
 
-// n steps of the lagged generator into v. The borrow is the sign of t, so a
-// step is branch-free: t = s2 - s3 + b; b = t >> 31; new = t - (b & 18).
-void laggedSteps(Gen& g, U32* v, int n) {
-    U32 s1 = g.lag1, s2 = g.lag2, s3 = g.lag3, b = U32(g.borrow);
-    for (int i = 0; i < n; ++i) {
-        const U32 t = s2 - s3 + b;
-        b = U32(std::int32_t(t) >> 31);
-        const U32 x = t - (b & 18u);
-        s3 = s2;
-        s2 = s1;
-        s1 = x;
-        v[i] = x;
+// One step of the lagged generator, the new value written over the oldest
+// lag value. The borrow is the sign of t, so the step has no branch:
+// t = s2 - s3 + b; b = t >> 31; new = t - (b & 18).
+inline U32 laggedStep(U32& s3, U32 s2, U32& b) {
+    const U32 t = s2 - s3 + b;
+    b = U32(std::int32_t(t) >> 31);
+    s3 = t - (b & 18u);
+    return s3;
+}
+
+// n raw samples, handed over as they are made: put4(i, v) takes samples
+// i..i+3 as one register, put1(i, r) takes the last n % 4 one at a time. The
+// work goes in chunks of 48: the lagged steps first, serially (each needs the
+// previous borrow), three per round so that the lag values return to their
+// registers, into a small buffer; then the congruential values four lanes at
+// a time from the four-step multiplier, added to the buffer as it is handed
+// over. Reading the buffer only after the whole chunk is written keeps its
+// loads clear of the stores just made. Without kLagged the raw samples are
+// the congruential values alone (the Direct forms).
+template <bool kLagged, class Put4, class Put1>
+void run(Gen& g, int n, Put4 put4, Put1 put1) {
+    using L = Full<U32>;
+    constexpr int kChunk = 48;
+    U32 s1 = g.lag1, s2 = g.lag2, s3 = g.lag3, b = U32(g.borrow), cong = g.cong;
+    alignas(16) U32 c[4];
+    c[0] = cong * kMul + kAdd;
+    c[1] = cong * kMul2 + kAdd2;
+    c[2] = c[0] * kMul2 + kAdd2;
+    c[3] = c[1] * kMul2 + kAdd2;
+    auto cv = L::loada(c);
+    const auto m4 = L::set1(kMul4), a4 = L::set1(kAdd4);
+    bool tail = false;
+    for (int i = 0; i < n; i += kChunk) {
+        const int m = std::min(kChunk, n - i);
+        alignas(16) U32 x[kChunk];
+        if constexpr (kLagged) {
+            int k = 0;
+            for (; m - k >= 3; k += 3) {
+                x[k] = laggedStep(s3, s2, b);      // the newest now in s3's register,
+                x[k + 1] = laggedStep(s2, s1, b);  // then in s2's,
+                x[k + 2] = laggedStep(s1, s3, b);  // then in s1's: back in order
+            }
+            for (; k < m; ++k) {
+                x[k] = laggedStep(s3, s2, b);
+                s3 = s2;
+                s2 = s1;
+                s1 = x[k];
+            }
+        }
+        int k = 0;
+        for (; m - k >= 4; k += 4) {
+            put4(i + k, kLagged ? L::add(L::loada(x + k), cv) : cv);
+            cv = L::add(L::mullo(cv, m4), a4);
+        }
+        if (k < m) {  // the last chunk only
+            tail = true;
+            L::storea(c, cv);
+            cong = (c[0] - kAdd) * kMulInv;
+            for (; k < m; ++k) {
+                cong = cong * kMul + kAdd;
+                put1(i + k, (kLagged ? x[k] : 0u) + cong);
+            }
+        }
+    }
+    if (!tail) {
+        // cv holds the values of the next four steps; the last one used is
+        // one step before its first lane.
+        L::storea(c, cv);
+        cong = (c[0] - kAdd) * kMulInv;
     }
     g.lag1 = s1;
     g.lag2 = s2;
     g.lag3 = s3;
     g.borrow = std::int32_t(b);
+    g.cong = cong;
 }
 
-// Adds the next n congruential values to v: four lanes at stride 4, the rest
-// two steps at a time and a last single step.
-void addCongruential(U32& cong, U32* v, int n) {
-    using L = Full<U32>;
-    int i = 0;
-    if (n >= 4) {
-        alignas(16) U32 c[4];
-        c[0] = cong * kMul + kAdd;
-        c[1] = cong * kMul2 + kAdd2;
-        c[2] = c[0] * kMul2 + kAdd2;
-        c[3] = c[1] * kMul2 + kAdd2;
-        auto cv = L::loada(c);
-        const auto m4 = L::set1(kMul4), a4 = L::set1(kAdd4);
-        for (;;) {
-            L::store(v + i, L::add(L::load(v + i), cv));
-            i += 4;
-            if (n - i < 4) break;
-            cv = L::add(L::mullo(cv, m4), a4);
-        }
-        L::storea(c, cv);
-        cong = c[3];
-    }
-    for (; n - i >= 2; i += 2) {
-        v[i] += cong * kMul + kAdd;
-        cong = cong * kMul2 + kAdd2;
-        v[i + 1] += cong;
-    }
-    if (i < n) {
-        cong = cong * kMul + kAdd;
-        v[i] += cong;
-    }
-}
-
-void combinedSteps(Gen& g, U32* v, int n) {
-    laggedSteps(g, v, n);
-    addCongruential(g.cong, v, n);
-}
-
-void congruentialSteps(U32& cong, U32* v, int n) {
-    std::memset(v, 0, std::size_t(n) * sizeof(U32));
-    addCongruential(cong, v, n);
+// n raw samples into v.
+template <bool kLagged>
+void rawSteps(Gen& g, U32* v, int n) {
+    run<kLagged>(g, n, [v](int i, Full<U32>::R r) { Full<U32>::store(v + i, r); }, [v](int i, U32 r) { v[i] = r; });
 }
 
 // ---- mappings
@@ -178,50 +207,89 @@ double roundNearest(double v) {
     return L::first(L::roundNearest(L::set1(v)));
 }
 
-// r * step + centre in double, then to the destination type.
+// r * step + centre in double, then to the destination type (integers:
+// nearest, ties to even, clamped to [lo, hi]).
 template <class T>
 void mapUniform(T* dst, const U32* raw, int n, double step, double centre, double lo, double hi) {
-    const auto* r = reinterpret_cast<const std::int32_t*>(raw);
-    int i = 0;
-    if constexpr (sizeof(T) == 4 && !std::is_integral_v<T>) {
-        using LI = Full<std::int32_t>;
-        using LD = Full<double>;
-        const auto s = LD::set1(step), c = LD::set1(centre);
-        for (; n - i >= 4; i += 4) {
-            const auto x = LI::load(r + i);
-            const auto a = LD::add(LD::mul(LD::fromI32(x), s), c);
-            const auto b = LD::add(LD::mul(LD::fromI32(LI::hiHalf(x)), s), c);
-            Full<float>::store(dst + i, Full<float>::joinLo(LD::toF32(a), LD::toF32(b)));
-        }
-    }
-    for (; i < n; ++i) {
-        const double v = double(r[i]) * step + centre;
+    for (int i = 0; i < n; ++i) {
+        const double v = double(std::int32_t(raw[i])) * step + centre;
         if constexpr (std::is_integral_v<T>) dst[i] = T(std::clamp(roundNearest(v), lo, hi));
         else dst[i] = T(v);
     }
 }
 
-// mean + stdDev * z[k * stride], k < n, to the destination type.
-template <class T>
-void mapGauss(T* dst, const double* z, int n, int stride, double mean, double sd) {
+// Uniform 32f straight from the generator, four lanes at a time: the same
+// double arithmetic in every lane as in the single-sample form.
+template <bool kLagged>
+void uniformFloat(Gen& g, float* dst, int n, double step, double centre) {
+    using LI = Full<std::int32_t>;
+    using LD = Full<double>;
+    const auto s = LD::set1(step), c = LD::set1(centre);
+    run<kLagged>(
+        g, n,
+        [&](int i, LI::R x) {
+            const auto lo = LD::add(LD::mul(LD::fromI32(x), s), c);
+            const auto hi = LD::add(LD::mul(LD::fromI32(LI::hiHalf(x)), s), c);
+            Full<float>::store(dst + i, Full<float>::joinLo(LD::toF32(lo), LD::toF32(hi)));
+        },
+        [&](int i, U32 r) { dst[i] = float(double(std::int32_t(r)) * step + centre); });
+}
+
+// mean + stdDev * z[k * stride], k < n, to the destination type. Double
+// deviates are mapped in double; single deviates to 32f in single precision
+// (four lanes, the same operations in the tail), to integers in double.
+template <class T, class Z>
+void mapGauss(T* dst, const Z* z, int n, int stride, double mean, double sd) {
+    int i = 0;
     if constexpr (std::is_integral_v<T>) {
         const double lo = double(std::numeric_limits<T>::min()), hi = double(std::numeric_limits<T>::max());
-        for (int i = 0; i < n; ++i) dst[i] = T(std::clamp(roundNearest(mean + sd * z[i * stride]), lo, hi));
+        for (; i < n; ++i) dst[i] = T(std::clamp(roundNearest(mean + sd * double(z[i * stride])), lo, hi));
+    } else if constexpr (std::is_same_v<Z, float>) {
+        using L = Full<float>;
+        const auto m = L::set1(float(mean)), d = L::set1(float(sd));
+        for (; n - i >= 4; i += 4) L::store(dst + i, L::add(L::mul(L::load(z + i), d), m));
+        for (; i < n; ++i) dst[i] = float(mean) + float(sd) * z[i];
     } else {
-        for (int i = 0; i < n; ++i) dst[i] = T(mean + sd * z[i * stride]);
+        for (; i < n; ++i) dst[i] = T(mean + sd * z[i * stride]);
     }
 }
 
-// Box-Muller on the pairs (r1, r2) at lanes of LD: radius sqrt(-2 ln u) from
-// ln u already in lnu, angle 2 pi r2 2^-32 reduced to x in [-pi/4, pi/4) and
-// a quadrant q taken from the top bits of r2 + 2^29, so that sine and cosine
-// are short series on a quarter period. z gets z1, z2 interleaved.
+// ln u for u in (0, 1), in lanes: u = 2^e m with m in [sqrt(1/2), sqrt(2)),
+// ln m = 2 atanh(s) with s = (m - 1) / (m + 1), |s| < 0.172, by its series to
+// s^19 (the next term is below 2^-55 relative).
 template <class LD>
-void polar(const double* lnu, const U32* ang, double* z) {
+typename LD::R logUnit(typename LD::R u) {
+    using LQ = Lane<std::uint64_t, LD::N * 8>;
+    using LE = Lane<std::int32_t, LD::N * 8>;
+    const auto bits = LD::bits(u);
+    auto m = LD::fromBits(LQ::or_(LQ::and_(bits, LQ::set1(0x000FFFFFFFFFFFFFull)), LQ::set1(0x3FF0000000000000ull)));
+    const auto big = LD::gt(m, LD::set1(1.4142135623730951));
+    m = LD::blend(m, LD::mul(m, LD::set1(0.5)), big);
+    const auto e = LD::add(LD::sub(LD::fromI32(LE::evensThenOdds(LQ::template shr<52>(bits))), LD::set1(1023.0)),
+                           LD::and_(big, LD::set1(1.0)));
+    const auto one = LD::set1(1.0);
+    const auto s = LD::div(LD::sub(m, one), LD::add(m, one));
+    const auto s2 = LD::mul(s, s);
+    auto p = LD::set1(2.0 / 19);
+    for (int k = 17; k >= 1; k -= 2) p = LD::add(LD::mul(p, s2), LD::set1(2.0 / k));
+    // e ln 2 in two parts, so the sum keeps the precision of the small term.
+    return LD::add(LD::mul(e, LD::set1(0x1.62e42fefa3800p-1)),
+                   LD::add(LD::mul(s, p), LD::mul(e, LD::set1(0x1.ef35793c76730p-45))));
+}
+
+// Box-Muller on raw pairs (r1, r2) at the lanes of LD: radius
+// sqrt(-2 ln u), u = (r1 + 2^31 + 0.5) 2^-32; angle 2 pi r2 2^-32 reduced to
+// x in [-pi/4, pi/4) and a quadrant q from the top bits of r2 + 2^29, so that
+// sine and cosine are short series on a quarter period. z gets z1, z2
+// interleaved.
+template <class LD>
+void polar(const U32* raw, double* z) {
     using LI = Lane<U32, LD::N * 4>;
     using LW = Lane<std::int32_t, LD::N * 4>;
-    const auto rho = LD::sqrt(LD::mul(LD::load(lnu), LD::set1(-2.0)));
-    const auto a = LI::add(LI::load(ang), LI::set1(1u << 29));
+    const auto pair = LW::evensThenOdds(Lane<std::int32_t, LD::N * 8>::load(reinterpret_cast<const std::int32_t*>(raw)));
+    const auto u = LD::mul(LD::add(LD::fromI32(pair), LD::set1(2147483648.5)), LD::set1(0x1p-32));
+    const auto rho = LD::sqrt(LD::mul(logUnit<LD>(u), LD::set1(-2.0)));
+    const auto a = LI::add(LW::hiHalf(pair), LI::set1(1u << 29));
     const auto q = LI::template shr<30>(a);
     const auto f = LI::sub(LI::and_(a, LI::set1((1u << 30) - 1)), LI::set1(1u << 29));
     const auto x = LD::mul(LD::fromI32(f), LD::set1(6.283185307179586 * 0x1p-32));
@@ -254,24 +322,94 @@ void polar(const double* lnu, const U32* ang, double* z) {
     }
 }
 
-// The deviates of `pairs` raw pairs into z (2 * pairs values). u and ang are
-// scratch of `pairs` values each.
-void boxMuller(const U32* raw, double* z, double* u, U32* ang, int pairs) {
-    for (int j = 0; j < pairs; ++j) {
-        u[j] = (double(std::int32_t(raw[2 * j])) + 2147483648.5) * 0x1p-32;
-        ang[j] = raw[2 * j + 1];
-    }
-    zvpsLn_64f_I(u, pairs);
+// The deviates of `pairs` raw pairs into z (2 * pairs values), in double.
+void boxMuller(const U32* raw, double* z, int pairs) {
     int j = 0;
-    for (; pairs - j >= 2; j += 2) polar<Full<double>>(u + j, ang + j, z + 2 * j);
-    if (j < pairs) polar<One<double>>(u + j, ang + j, z + 2 * j);
+    for (; pairs - j >= 2; j += 2) polar<Full<double>>(raw + 2 * j, z + 2 * j);
+    if (j < pairs) polar<One<double>>(raw + 2 * j, z + 2 * j);
+}
+
+// A 32-bit count to single precision, rounded once: both halves are exact.
+template <class LF, class LI>
+typename LF::R countToFloat(typename LI::R k) {
+    return LF::add(LF::mul(LF::fromI32(LI::template shr<16>(k)), LF::set1(65536.0f)),
+                   LF::fromI32(LI::and_(k, LI::set1(0xFFFFu))));
+}
+
+// Box-Muller in single precision at the lanes of LF, for the generators
+// whose samples are single precision or narrower. With k = r1 + 2^31:
+// u = (k + 0.5) 2^-32. ln u = e ln 2 + 2 atanh(s), s = (m - 1) / (m + 1) for
+// u = 2^e m, m in [sqrt(1/2), sqrt(2)); when u > sqrt(1/2), m - 1 = -v with
+// v = (2^32 - k - 0.5) 2^-32 formed from the integer, so that u near 1 keeps
+// full relative precision in ln u. The angle is reduced as in the double
+// form; the series are shortened to single precision.
+template <class LF>
+void polarFloat(const U32* raw, float* z) {
+    using LI = Lane<U32, LF::N * 4>;
+    using LS = Lane<std::int32_t, LF::N * 4>;
+    typename LI::R r1, r2;
+    if constexpr (LF::N == 4) {
+        const auto e0 = Full<U32>::evensThenOdds(Full<U32>::load(raw));
+        const auto e1 = Full<U32>::evensThenOdds(Full<U32>::load(raw + 4));
+        r1 = Full<std::uint64_t>::zipLo(e0, e1);
+        r2 = Full<std::uint64_t>::zipHi(e0, e1);
+    } else {
+        r1 = Lane<U32, 8>::load(raw);
+        r2 = Lane<std::uint64_t, 8>::template shr<32>(r1);
+    }
+    const auto k = LI::xor_(r1, LI::set1(0x80000000u));
+    const auto u = LF::mul(LF::add(countToFloat<LF, LI>(k), LF::set1(0.5f)), LF::set1(0x1p-32f));
+    const auto v = LF::mul(LF::sub(countToFloat<LF, LI>(LI::sub(LI::zero(), k)), LF::set1(0.5f)), LF::set1(0x1p-32f));
+    const auto nearOne = LF::fromBits(LS::gt(r1, LS::set1(std::int32_t(0xB504F333u - 0x80000000u))));
+    const auto bits = LF::bits(u);
+    auto m = LF::fromBits(LI::or_(LI::and_(bits, LI::set1(0x007FFFFFu)), LI::set1(0x3F800000u)));
+    const auto big = LF::gt(m, LF::set1(1.41421356f));
+    m = LF::blend(m, LF::mul(m, LF::set1(0.5f)), big);
+    auto e = LF::add(LF::fromI32(LI::sub(LI::template shr<23>(bits), LI::set1(127u))), LF::and_(big, LF::set1(1.0f)));
+    e = LF::andnot(nearOne, e);
+    const auto one = LF::set1(1.0f);
+    const auto num = LF::blend(LF::sub(m, one), LF::neg(v), nearOne);
+    const auto den = LF::blend(LF::add(m, one), LF::sub(LF::set1(2.0f), v), nearOne);
+    const auto s = LF::div(num, den), s2 = LF::mul(s, s);
+    auto p = LF::set1(2.0f / 9);
+    for (float c : {2.0f / 7, 2.0f / 5, 2.0f / 3, 2.0f}) p = LF::add(LF::mul(p, s2), LF::set1(c));
+    const auto lnu = LF::add(LF::mul(e, LF::set1(0x1.62e4p-1f)), LF::add(LF::mul(s, p), LF::mul(e, LF::set1(0x1.7f7d1cp-20f))));
+    const auto rho = LF::sqrt(LF::mul(lnu, LF::set1(-2.0f)));
+    const auto a = LI::add(r2, LI::set1(1u << 29));
+    const auto q = LI::template shr<30>(a);
+    const auto f = LI::sub(LI::and_(a, LI::set1((1u << 30) - 1)), LI::set1(1u << 29));
+    const auto x = LF::mul(LF::fromI32(f), LF::set1(6.2831853f * 0x1p-32f));
+    const auto x2 = LF::mul(x, x);
+    auto sn = LF::set1(1.0f / 362880);
+    for (float c : {-1.0f / 5040, 1.0f / 120, -1.0f / 6}) sn = LF::add(LF::mul(sn, x2), LF::set1(c));
+    sn = LF::add(x, LF::mul(LF::mul(x, x2), sn));
+    auto cs = LF::set1(-1.0f / 3628800);
+    for (float c : {1.0f / 40320, -1.0f / 720, 1.0f / 24, -0.5f, 1.0f}) cs = LF::add(LF::mul(cs, x2), LF::set1(c));
+    const auto lone = LI::set1(1u), ltwo = LI::set1(2u);
+    const auto swap = LF::fromBits(LI::eq(LI::and_(q, lone), lone));
+    const auto negC = LF::and_(LF::fromBits(LI::eq(LI::and_(LI::add(q, lone), ltwo), ltwo)), LF::set1(-0.0f));
+    const auto negS = LF::and_(LF::fromBits(LI::eq(LI::and_(q, ltwo), ltwo)), LF::set1(-0.0f));
+    const auto z1 = LF::mul(rho, LF::xor_(LF::blend(cs, sn, swap), negC));
+    const auto z2 = LF::mul(rho, LF::xor_(LF::blend(sn, cs, swap), negS));
+    if constexpr (LF::N == 4) {
+        LF::store(z, LF::zipLo(z1, z2));
+        LF::store(z + 4, LF::zipHi(z1, z2));
+    } else {
+        LF::store(z, z1);
+        LF::store(z + 1, z2);
+    }
+}
+
+void boxMuller(const U32* raw, float* z, int pairs) {
+    int j = 0;
+    for (; pairs - j >= 4; j += 4) polarFloat<Full<float>>(raw + 2 * j, z + 2 * j);
+    for (; j < pairs; ++j) polarFloat<One<float>>(raw + 2 * j, z + 2 * j);
 }
 
 struct Scratch {
     alignas(16) U32 raw[kBlock];
+    alignas(16) float zf[kBlock];
     alignas(16) double z[kBlock];
-    alignas(16) double u[kBlock / 2];
-    alignas(16) U32 ang[kBlock / 2];
 };
 
 // ---- operations
@@ -343,12 +481,16 @@ ZvpStatus uniform(std::int32_t tag, T* pDst, int len, void* pState) {
     if (!readRecord(pState, tag, r)) return zvpStsContextMatchErr;
     const MxcsrGuard nearest(MxcsrGuard::kNearest);
     const double lo = std::min(double(r.low), double(r.high)), hi = std::max(double(r.low), double(r.high));
-    Scratch s;
-    for (int i = 0; i < len;) {
-        const int n = std::min(kBlock, len - i);
-        combinedSteps(r.gen, s.raw, n);
-        mapUniform(pDst + i, s.raw, n, r.step, r.centre, lo, hi);
-        i += n;
+    if constexpr (std::is_same_v<T, Zvp32f>) {
+        uniformFloat<true>(r.gen, pDst, len, r.step, r.centre);
+    } else {
+        Scratch s;
+        for (int i = 0; i < len;) {
+            const int n = std::min(kBlock, len - i);
+            rawSteps<true>(r.gen, s.raw, n);
+            mapUniform(pDst + i, s.raw, n, r.step, r.centre, lo, hi);
+            i += n;
+        }
     }
     std::memcpy(static_cast<Zvp8u*>(pState) + offsetof(UniRecord<T>, gen), &r.gen, sizeof r.gen);
     return zvpStsNoErr;
@@ -373,12 +515,12 @@ ZvpStatus gauss(std::int32_t tag, T* pDst, int len, void* pState) {
     while (i < len) {
         const int want = len - i;
         const int pairs = std::min(kBlock / 2, want / 2 + (want & 1));
-        combinedSteps(r.gen, s.raw, 2 * pairs);
-        boxMuller(s.raw, s.z, s.u, s.ang, pairs);
+        rawSteps<true>(r.gen, s.raw, 2 * pairs);
+        boxMuller(s.raw, s.zf, pairs);
         const int take = std::min(want, 2 * pairs);
-        mapGauss(pDst + i, s.z, take, 1, mean, sd);
+        mapGauss(pDst + i, s.zf, take, 1, mean, sd);
         if (take < 2 * pairs) {
-            r.work[0] = s.z[2 * pairs - 1];
+            r.work[0] = s.zf[2 * pairs - 1];
             r.flag = 0;
         }
         i += take;
@@ -394,15 +536,19 @@ ZvpStatus uniformDirect(T* pDst, int len, T low, T high, unsigned int* pSeed) {
     const MxcsrGuard nearest(MxcsrGuard::kNearest);
     const double centre = (double(low) + double(high)) / 2, step = (double(high) - double(low)) * kStepUnit;
     const double lo = std::min(double(low), double(high)), hi = std::max(double(low), double(high));
-    U32 cong = *pSeed;
-    Scratch s;
-    for (int i = 0; i < len;) {
-        const int n = std::min(kBlock, len - i);
-        congruentialSteps(cong, s.raw, n);
-        mapUniform(pDst + i, s.raw, n, step, centre, lo, hi);
-        i += n;
+    Gen g{*pSeed, 0, 0, 0, 0};
+    if constexpr (std::is_same_v<T, Zvp32f>) {
+        uniformFloat<false>(g, pDst, len, step, centre);
+    } else {
+        Scratch s;
+        for (int i = 0; i < len;) {
+            const int n = std::min(kBlock, len - i);
+            rawSteps<false>(g, s.raw, n);
+            mapUniform(pDst + i, s.raw, n, step, centre, lo, hi);
+            i += n;
+        }
     }
-    *pSeed = cong;
+    *pSeed = g.cong;
     return zvpStsNoErr;
 }
 
@@ -411,16 +557,16 @@ ZvpStatus gaussDirect(T* pDst, int len, T mean, T sd, unsigned int* pSeed) {
     ZVP_CHECK_PTRS(pDst, pSeed);
     ZVP_CHECK_LENS(len);
     const MxcsrGuard nearest(MxcsrGuard::kNearest);
-    U32 cong = *pSeed;
+    Gen g{*pSeed, 0, 0, 0, 0};
     Scratch s;
     for (int i = 0; i < len;) {
         const int n = std::min(kBlock / 2, len - i);
-        congruentialSteps(cong, s.raw, 2 * n);
-        boxMuller(s.raw, s.z, s.u, s.ang, n);
+        rawSteps<false>(g, s.raw, 2 * n);
+        boxMuller(s.raw, s.z, n);
         mapGauss(pDst + i, s.z, n, 2, double(mean), double(sd));
         i += n;
     }
-    *pSeed = cong;
+    *pSeed = g.cong;
     return zvpStsNoErr;
 }
 
