@@ -87,12 +87,14 @@ ZvpStatus zvpsRandUniform_32f(Zvp32f* pDst, int len, ZvpsRandUniState_32f* pRand
  * Box-Muller transform:
  *   u = (r1 + 2^31 + 0.5) * 2^-32, in (0, 1);   a = 2 pi r2 * 2^-32;
  *   z1 = sqrt(-2 ln u) cos a,   z2 = sqrt(-2 ln u) sin a,
- * in double precision; the sample is mean + stdDev * z, rounded to single
- * precision (32f), or to the nearest integer, ties to even, and clamped to
- * the type's range (8u, 16s). A call that ends in the middle of a pair keeps
- * the pair's second deviate in the record and the next call starts with it,
- * so the sequence does not depend on how it is split into calls; on average
- * each sample advances the generators by one step. */
+ * evaluated in single precision (within 4e-7 of sqrt(-2 ln u) of the exact
+ * value; u near 1 keeps its full relative precision, so small deviates are
+ * as accurate as large ones). The sample is mean + stdDev * z: for 32f in
+ * single precision; for 8u and 16s in double, rounded to the nearest integer,
+ * ties to even, and clamped to the type's range. A call that ends in the
+ * middle of a pair keeps the pair's second deviate in the record and the next
+ * call starts with it, so the sequence does not depend on how it is split
+ * into calls; on average each sample advances the generators by one step. */
 ZvpStatus zvpsRandGaussInit_8u(ZvpsRandGaussState_8u* pRandGaussState, Zvp8u mean, Zvp8u stdDev, unsigned int seed);
 ZvpStatus zvpsRandGaussInitAlloc_8u(ZvpsRandGaussState_8u** ppRandGaussState, Zvp8u mean, Zvp8u stdDev, unsigned int seed);
 ZvpStatus zvpsRandGaussGetSize_8u(int* pRandGaussStateSize);
@@ -117,8 +119,11 @@ ZvpStatus zvpsRandGauss_32f(Zvp32f* pDst, int len, ZvpsRandGaussState_32f* pRand
  *   Uniform: one step per sample, mapped as the uniform generators above
  *     (64f: r * step + centre in double precision).
  *   Gauss: two steps per sample; the pair (r1, r2) gives z1 of the Box-Muller
- *     transform above, and the sample is mean + stdDev * z1 mapped to the
- *     type as above. The 32f samples are the 64f samples rounded. */
+ *     transform above evaluated in double precision (within 2e-14 of the
+ *     exact value), and the sample is mean + stdDev * z1 in double: 64f as
+ *     it is, 32f rounded to single precision (so the 32f samples are the 64f
+ *     samples rounded), 16s rounded to the nearest integer, ties to even, and
+ *     clamped to the type's range. */
 ZvpStatus zvpsRandUniform_Direct_16s(Zvp16s* pDst, int len, Zvp16s low, Zvp16s high, unsigned int* pSeed);
 ZvpStatus zvpsRandUniform_Direct_32f(Zvp32f* pDst, int len, Zvp32f low, Zvp32f high, unsigned int* pSeed);
 ZvpStatus zvpsRandUniform_Direct_64f(Zvp64f* pDst, int len, Zvp64f low, Zvp64f high, unsigned int* pSeed);
