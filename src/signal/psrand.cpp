@@ -2,12 +2,15 @@
 // sequence, its uniform and Gaussian mappings, the state records and the
 // Direct forms that keep only a congruential state in the caller's seed.
 //
-// A call works in blocks: a scalar pass runs the lagged generator (each step
+// A call works in chunks: a scalar pass runs the lagged generator (each step
 // needs the borrow of the one before, so it cannot be split into lanes), the
 // congruential values are added four lanes at a time with the multiplier
-// 69069^4, and the mapping to samples runs in double lanes. Every sample is a
-// function of its position in the sequence only, so neither the block size
-// nor the way a caller splits the sequence into calls shows in the results.
+// 69069^4, and the mapping to samples runs in lanes: uniform 32f in double,
+// the Gaussian transform of the state forms in single precision, that of the
+// Direct forms in double. Body and tail run the same operations on more or
+// fewer lanes, so every sample is a function of its position in the sequence
+// only: neither the chunk size nor the way a caller splits the sequence into
+// calls shows in the results.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
