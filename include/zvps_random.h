@@ -119,11 +119,10 @@ ZvpStatus zvpsRandGauss_32f(Zvp32f* pDst, int len, ZvpsRandGaussState_32f* pRand
  *   Uniform: one step per sample, mapped as the uniform generators above
  *     (64f: r * step + centre in double precision).
  *   Gauss: two steps per sample; the pair (r1, r2) gives z1 of the Box-Muller
- *     transform above evaluated in double precision (within 2e-14 of the
- *     exact value), and the sample is mean + stdDev * z1 in double: 64f as
- *     it is, 32f rounded to single precision (so the 32f samples are the 64f
- *     samples rounded), 16s rounded to the nearest integer, ties to even, and
- *     clamped to the type's range. */
+ *     transform above, and the sample is mean + stdDev * z1. 64f: transform
+ *     and mapping in double precision (within 2e-14 of the exact deviate).
+ *     32f and 16s: the single-precision transform and mapping of the
+ *     Gaussian generators above. */
 ZvpStatus zvpsRandUniform_Direct_16s(Zvp16s* pDst, int len, Zvp16s low, Zvp16s high, unsigned int* pSeed);
 ZvpStatus zvpsRandUniform_Direct_32f(Zvp32f* pDst, int len, Zvp32f low, Zvp32f high, unsigned int* pSeed);
 ZvpStatus zvpsRandUniform_Direct_64f(Zvp64f* pDst, int len, Zvp64f low, Zvp64f high, unsigned int* pSeed);

@@ -565,8 +565,15 @@ ZvpStatus gaussDirect(T* pDst, int len, T mean, T sd, unsigned int* pSeed) {
     for (int i = 0; i < len;) {
         const int n = std::min(kBlock / 2, len - i);
         rawSteps<false>(g, s.raw, 2 * n);
-        boxMuller(s.raw, s.z, n);
-        mapGauss(pDst + i, s.z, n, 2, double(mean), double(sd));
+        if constexpr (std::is_same_v<T, Zvp64f>) {
+            boxMuller(s.raw, s.z, n);
+            mapGauss(pDst + i, s.z, n, 2, double(mean), double(sd));
+        } else {
+            // Single-precision deviates, as the state forms; z1 of each pair.
+            boxMuller(s.raw, s.zf, n);
+            for (int j = 1; j < n; ++j) s.zf[j] = s.zf[2 * j];
+            mapGauss(pDst + i, s.zf, n, 1, double(mean), double(sd));
+        }
         i += n;
     }
     *pSeed = g.cong;
