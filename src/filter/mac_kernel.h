@@ -1,0 +1,205 @@
+// Direct multiply-accumulate kernels shared by convolution, correlation and
+// the FIR filters.
+//
+// One kernel covers every sliding sum of products the filtering families
+// need:
+//
+//     out[i] = sum over j of op(h[j]) * x[off + i + dir*j],   i = 0 .. n-1,
+//
+// with taps h[0 .. taps-1], op the identity or complex conjugation, dir +1
+// (correlation: the taps slide along x) or -1 (convolution: the taps run
+// backwards along x), and only the j whose x index lies in [0, xLen) taking
+// part (the terms outside are absent, as if x were zero-padded, but nothing
+// is read there). An output with no term is 0.
+//
+// The outputs go in blocks of U registers of lanes. Inside a block every
+// output shares the j range that is valid for all of its lanes; that part is
+// one broadcast of op(h[j]) and U loads, multiplies and adds per tap, with
+// the sum taken in increasing j. The few terms a lane has beyond the shared
+// range (near the ends of x) are added afterwards, in increasing j, from the
+// scalar code. The grouping depends only on the lengths and offsets, never on
+// the alignment of the pointers, so a call is reproducible.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <type_traits>
+
+#include "lane_float.h"
+#include "level.h"
+#include "zvptypes.h"
+
+namespace zvp::ZVP_LEVEL::mac {
+
+// The scalar type and the number of scalars of one element.
+template <class E>
+struct Elem {
+    using S = E;
+    static constexpr int K = 1;
+};
+template <>
+struct Elem<Zvp32fc> {
+    using S = float;
+    static constexpr int K = 2;
+};
+template <>
+struct Elem<Zvp64fc> {
+    using S = double;
+    static constexpr int K = 2;
+};
+
+template <class E>
+inline constexpr bool isComplex = Elem<E>::K == 2;
+
+// ---- scalar element arithmetic (the terms outside a block's shared range)
+
+template <class E>
+inline E mulAcc(E acc, E h, E x) {
+    if constexpr (isComplex<E>) {
+        acc.re = acc.re + (h.re * x.re - h.im * x.im);
+        acc.im = acc.im + (h.re * x.im + h.im * x.re);
+        return acc;
+    } else {
+        return acc + h * x;
+    }
+}
+
+template <class E>
+inline E conjOf(E v) {
+    if constexpr (isComplex<E>) return E{v.re, -v.im};
+    else return v;
+}
+
+template <class E>
+inline E zeroOf() {
+    if constexpr (isComplex<E>) return E{0, 0};
+    else return E(0);
+}
+
+// ---- the lane form
+
+// The valid tap range [lo, hi) of output i: the j in [0, taps) with
+// 0 <= off + i + dir*j < xLen.
+struct Range {
+    std::ptrdiff_t lo, hi;
+};
+
+inline Range tapRange(std::ptrdiff_t i, std::ptrdiff_t taps, std::ptrdiff_t xLen, std::ptrdiff_t off,
+                      int dir) {
+    // In 64 bits: off + i may exceed a 32-bit ptrdiff_t for far lags.
+    const long long ii = i, o = off;
+    long long lo, hi;
+    if (dir > 0) {
+        lo = -o - ii;
+        hi = (long long)xLen - o - ii;
+    } else {
+        lo = o + ii - xLen + 1;
+        hi = o + ii + 1;
+    }
+    lo = std::clamp<long long>(lo, 0, taps);
+    hi = std::clamp<long long>(hi, lo, taps);
+    return {std::ptrdiff_t(lo), std::ptrdiff_t(hi)};
+}
+
+// One block of U registers of L (L::N / K elements each) starting at
+// output i0. Accumulates the shared range [lo, hi) and stores the sums.
+template <class E, class L, int U, bool ConjH>
+inline void blockShared(const E* h, const E* x, std::ptrdiff_t off, int dir, std::ptrdiff_t i0,
+                        std::ptrdiff_t lo, std::ptrdiff_t hi, E* out) {
+    using S = typename Elem<E>::S;
+    using R = typename L::R;
+    constexpr int K = Elem<E>::K;
+    constexpr int V = L::N / K;  // elements per register
+    const S* xs = reinterpret_cast<const S*>(x);
+    const S* hs = reinterpret_cast<const S*>(h);
+    R acc[U];
+    for (int u = 0; u < U; ++u) acc[u] = L::zero();
+    // Element index of x for tap j and lane block u: off + i0 + u*V + dir*j.
+    for (std::ptrdiff_t j = lo; j < hi; ++j) {
+        const S* p = xs + K * (off + i0 + dir * j);
+        if constexpr (K == 1) {
+            const R b = L::set1(hs[j]);
+            for (int u = 0; u < U; ++u) acc[u] = L::add(acc[u], L::mul(b, L::load(p + u * V)));
+        } else {
+            const S hr = hs[2 * j];
+            const S hi_ = ConjH ? -hs[2 * j + 1] : hs[2 * j + 1];
+            const R c = L::pair(hr, hi_);
+            const R cs = L::pair(hi_, hr);
+            for (int u = 0; u < U; ++u)
+                acc[u] = L::add(acc[u], L::cmulPair(L::load(p + u * V * K), c, cs));
+        }
+    }
+    S* os = reinterpret_cast<S*>(out + i0);
+    for (int u = 0; u < U; ++u) L::store(os + u * V * K, acc[u]);
+}
+
+// The terms of output i outside the shared range [slo, shi), added in
+// increasing j after it.
+template <class E, bool ConjH>
+inline void addOutside(const E* h, std::ptrdiff_t taps, const E* x, std::ptrdiff_t xLen,
+                       std::ptrdiff_t off, int dir, std::ptrdiff_t i, std::ptrdiff_t slo,
+                       std::ptrdiff_t shi, E* out) {
+    const Range r = tapRange(i, taps, xLen, off, dir);
+    E s = out[i];
+    const std::ptrdiff_t a = std::min(r.hi, slo);
+    for (std::ptrdiff_t j = r.lo; j < a; ++j) {
+        const E hj = ConjH ? conjOf(h[j]) : h[j];
+        s = mulAcc(s, hj, x[off + i + dir * j]);
+    }
+    for (std::ptrdiff_t j = std::max(r.lo, shi); j < r.hi; ++j) {
+        const E hj = ConjH ? conjOf(h[j]) : h[j];
+        s = mulAcc(s, hj, x[off + i + dir * j]);
+    }
+    out[i] = s;
+}
+
+template <class E, class L, int U, bool ConjH>
+inline std::ptrdiff_t runBlocks(const E* h, std::ptrdiff_t taps, const E* x, std::ptrdiff_t xLen,
+                                std::ptrdiff_t off, int dir, std::ptrdiff_t i, std::ptrdiff_t n,
+                                E* out) {
+    constexpr int W = U * (L::N / Elem<E>::K);
+    for (; i + W <= n; i += W) {
+        const Range a = tapRange(i, taps, xLen, off, dir);
+        const Range b = tapRange(i + W - 1, taps, xLen, off, dir);
+        const std::ptrdiff_t lo = std::max(a.lo, b.lo);
+        const std::ptrdiff_t hi = std::max(lo, std::min(a.hi, b.hi));
+        blockShared<E, L, U, ConjH>(h, x, off, dir, i, lo, hi, out);
+        // Lanes whose range is wider than the shared one (near the ends of x).
+        if (a.lo != lo || a.hi != hi || b.lo != lo || b.hi != hi)
+            for (std::ptrdiff_t k = i; k < i + W; ++k)
+                addOutside<E, ConjH>(h, taps, x, xLen, off, dir, k, lo, hi, out);
+    }
+    return i;
+}
+
+// Enough accumulators to cover the add latency where the registers allow it
+// (16 vector registers on x86-64, 8 on i386).
+inline constexpr int kUnroll = sizeof(void*) == 8 ? 8 : 4;
+
+// out[i] = sum_j op(h[j]) * x[off + i + dir*j] over the valid j, i in [0, n).
+template <class E, bool ConjH = false>
+void slidingMac(const E* h, std::ptrdiff_t taps, const E* x, std::ptrdiff_t xLen,
+                std::ptrdiff_t off, int dir, E* out, std::ptrdiff_t n) {
+    using S = typename Elem<E>::S;
+    using F = Full<S>;
+    using O = Lanes<S, Elem<E>::K>;  // one element
+    std::ptrdiff_t i = 0;
+    i = runBlocks<E, F, kUnroll, ConjH>(h, taps, x, xLen, off, dir, i, n, out);
+    i = runBlocks<E, F, 1, ConjH>(h, taps, x, xLen, off, dir, i, n, out);
+    runBlocks<E, O, 1, ConjH>(h, taps, x, xLen, off, dir, i, n, out);
+}
+
+// Full linear convolution: out[n] = sum_k s[k] * l[n - k], n in [0, lLen + sLen - 1).
+template <class E>
+void convolve(const E* l, std::ptrdiff_t lLen, const E* s, std::ptrdiff_t sLen, E* out) {
+    slidingMac<E, false>(s, sLen, l, lLen, 0, -1, out, lLen + sLen - 1);
+}
+
+// Correlation at consecutive lags: out[i] = sum_k op(a[k]) * b[k + lag0 + i].
+template <class E, bool ConjA>
+void correlate(const E* a, std::ptrdiff_t aLen, const E* b, std::ptrdiff_t bLen,
+               std::ptrdiff_t lag0, E* out, std::ptrdiff_t n) {
+    slidingMac<E, ConjA>(a, aLen, b, bLen, lag0, +1, out, n);
+}
+
+}  // namespace zvp::ZVP_LEVEL::mac
