@@ -153,18 +153,36 @@ inline void addOutside(const E* h, std::ptrdiff_t taps, const E* x, std::ptrdiff
     out[i] = s;
 }
 
+// Blocks of W = U registers of outputs from i while they fit below n; returns
+// where it stopped. The tap ranges come from the geometry (taps, xLen, off,
+// dir). With pad set, the samples are read from pad at offset padOff instead
+// of x, a copy of x with zeros around it: each block then runs the union of
+// its lanes' ranges, the zeros standing in for the absent terms.
 template <class E, class L, int U, bool ConjH>
 inline std::ptrdiff_t runBlocks(const E* h, std::ptrdiff_t taps, const E* x, std::ptrdiff_t xLen,
-                                std::ptrdiff_t off, int dir, std::ptrdiff_t i, std::ptrdiff_t n,
-                                E* out) {
+                                std::ptrdiff_t off, int dir, const E* pad, std::ptrdiff_t padOff,
+                                std::ptrdiff_t i, std::ptrdiff_t n, E* out) {
     constexpr int W = U * (L::N / Elem<E>::K);
     for (; i + W <= n; i += W) {
         const Range a = tapRange(i, taps, xLen, off, dir);
         const Range b = tapRange(i + W - 1, taps, xLen, off, dir);
+        if (pad != nullptr) {
+            const std::ptrdiff_t lo = std::min(a.lo, b.lo), hi = std::max(a.hi, b.hi);
+            blockShared<E, L, U, ConjH>(h, pad, padOff, dir, i, lo, hi, out);
+            continue;
+        }
+        if constexpr (U > 1) {
+            // Ranges that differ from lane to lane without a padded copy (very
+            // long taps): blocks of one register keep the terms outside their
+            // shared range to a few per output.
+            if (a.lo != b.lo || a.hi != b.hi) {
+                runBlocks<E, L, 1, ConjH>(h, taps, x, xLen, off, dir, nullptr, 0, i, i + W, out);
+                continue;
+            }
+        }
         const std::ptrdiff_t lo = std::max(a.lo, b.lo);
         const std::ptrdiff_t hi = std::max(lo, std::min(a.hi, b.hi));
         blockShared<E, L, U, ConjH>(h, x, off, dir, i, lo, hi, out);
-        // Lanes whose range is wider than the shared one (near the ends of x).
         if (a.lo != lo || a.hi != hi || b.lo != lo || b.hi != hi)
             for (std::ptrdiff_t k = i; k < i + W; ++k)
                 addOutside<E, ConjH>(h, taps, x, xLen, off, dir, k, lo, hi, out);
@@ -176,17 +194,77 @@ inline std::ptrdiff_t runBlocks(const E* h, std::ptrdiff_t taps, const E* x, std
 // (16 vector registers on x86-64, 8 on i386).
 inline constexpr int kUnroll = sizeof(void*) == 8 ? 8 : 4;
 
-// out[i] = sum_j op(h[j]) * x[off + i + dir*j] over the valid j, i in [0, n).
-template <class E, bool ConjH = false>
-void slidingMac(const E* h, std::ptrdiff_t taps, const E* x, std::ptrdiff_t xLen,
-                std::ptrdiff_t off, int dir, E* out, std::ptrdiff_t n) {
+// Outputs [i0, i1): full blocks, then single registers, then single elements.
+template <class E, bool ConjH>
+void runAll(const E* h, std::ptrdiff_t taps, const E* x, std::ptrdiff_t xLen, std::ptrdiff_t off, int dir,
+            const E* pad, std::ptrdiff_t padOff, std::ptrdiff_t i0, std::ptrdiff_t i1, E* out) {
     using S = typename Elem<E>::S;
     using F = Full<S>;
     using O = Lanes<S, Elem<E>::K>;  // one element
-    std::ptrdiff_t i = 0;
-    i = runBlocks<E, F, kUnroll, ConjH>(h, taps, x, xLen, off, dir, i, n, out);
-    i = runBlocks<E, F, 1, ConjH>(h, taps, x, xLen, off, dir, i, n, out);
-    runBlocks<E, O, 1, ConjH>(h, taps, x, xLen, off, dir, i, n, out);
+    std::ptrdiff_t i = runBlocks<E, F, kUnroll, ConjH>(h, taps, x, xLen, off, dir, pad, padOff, i0, i1, out);
+    i = runBlocks<E, F, 1, ConjH>(h, taps, x, xLen, off, dir, pad, padOff, i, i1, out);
+    runBlocks<E, O, 1, ConjH>(h, taps, x, xLen, off, dir, pad, padOff, i, i1, out);
+}
+
+// Outputs near the ends of x, whose tap ranges are cut short, read a
+// zero-padded copy of the part of x they need, in chunks of kChunk outputs,
+// so they too run at full vector width. A zero term changes no finite sum
+// (only an infinite or NaN tap next to an end can reach a neighbouring
+// output). Up to kPadTaps taps the copy lives on the stack; beyond, the
+// block kernel adds the few terms outside each block's shared range one by
+// one.
+inline constexpr std::ptrdiff_t kChunk = 256;
+inline constexpr std::ptrdiff_t kPadTaps = 1024;
+
+template <class E, bool ConjH>
+void runPartial(const E* h, std::ptrdiff_t taps, const E* x, std::ptrdiff_t xLen, std::ptrdiff_t off, int dir,
+                std::ptrdiff_t i0, std::ptrdiff_t i1, E* out) {
+    if (i0 >= i1) return;
+    if (taps > kPadTaps) {
+        runAll<E, ConjH>(h, taps, x, xLen, off, dir, nullptr, 0, i0, i1, out);
+        return;
+    }
+    E pad[kChunk + kPadTaps - 1];
+    for (std::ptrdiff_t c0 = i0; c0 < i1; c0 += kChunk) {
+        const std::ptrdiff_t c1 = std::min(i1, c0 + kChunk);
+        const long long span = (long long)(c1 - c0) + taps - 1;
+        const long long s = dir > 0 ? (long long)off + c0 : (long long)off + c0 - (taps - 1);
+        for (long long t = 0; t < span; ++t) {
+            const long long k = s + t;
+            pad[t] = (k >= 0 && k < xLen) ? x[k] : zeroOf<E>();
+        }
+        runAll<E, ConjH>(h, taps, x, xLen, off, dir, pad, std::ptrdiff_t((long long)off - s), c0, c1, out);
+    }
+}
+
+// out[i] = sum_j op(h[j]) * x[off + i + dir*j] over the valid j, i in [0, n).
+// Along i the outputs fall into: no valid tap (zero), some taps cut off by
+// an end of x, all taps valid, cut off again, none again.
+template <class E, bool ConjH = false>
+void slidingMac(const E* h, std::ptrdiff_t taps, const E* x, std::ptrdiff_t xLen, std::ptrdiff_t off, int dir,
+                E* out, std::ptrdiff_t n) {
+    const long long T = taps, L = xLen, o = off;
+    long long ne0, ne1, fu0, fu1;  // some taps valid: [ne0, ne1); all: [fu0, fu1)
+    if (dir > 0) {
+        ne0 = -o - T + 1;
+        ne1 = L - o;
+        fu0 = -o;
+        fu1 = L - T - o + 1;
+    } else {
+        ne0 = -o;
+        ne1 = L - o + T - 1;
+        fu0 = T - 1 - o;
+        fu1 = L - o;
+    }
+    auto clip = [n](long long v) { return std::ptrdiff_t(std::clamp<long long>(v, 0, n)); };
+    const std::ptrdiff_t a = clip(ne0), d = std::max(a, clip(ne1));
+    std::ptrdiff_t b = std::clamp(clip(fu0), a, d), c = std::clamp(clip(fu1), a, d);
+    if (c < b) b = c = d;  // no output has every tap: all of [a, d) is cut short
+    for (std::ptrdiff_t i = 0; i < a; ++i) out[i] = zeroOf<E>();
+    for (std::ptrdiff_t i = d; i < n; ++i) out[i] = zeroOf<E>();
+    runPartial<E, ConjH>(h, taps, x, xLen, off, dir, a, b, out);
+    runAll<E, ConjH>(h, taps, x, xLen, off, dir, nullptr, 0, b, c, out);
+    runPartial<E, ConjH>(h, taps, x, xLen, off, dir, c, d, out);
 }
 
 // Full linear convolution: out[n] = sum_k s[k] * l[n - k], n in [0, lLen + sLen - 1).

@@ -246,3 +246,24 @@ TEST(ConvCyclic, MatchesDefinition) {
 }
 
 }  // namespace
+
+namespace {
+
+// The vector body and the one-element tail of the direct kernel sum every
+// output in the same order, the outputs cut short at the ends of the signal
+// included: one call over many outputs equals one-output calls bit for bit,
+// at every offset of the output run.
+TEST(ConvBiased, VectorBodyEqualsOneOutputCalls) {
+    const auto a = randomVec<float>(37, 1), b = randomVec<float>(300, 2);
+    for (int start : {-40, -3, 0, 36, 41, 250}) {
+        std::vector<float> y(200);
+        ASSERT_EQ(zvpsConvBiased_32f(a.data(), 37, b.data(), 300, y.data(), 200, start), zvpStsNoErr);
+        for (int n = 0; n < 200; ++n) {
+            float one;
+            ASSERT_EQ(zvpsConvBiased_32f(a.data(), 37, b.data(), 300, &one, 1, start + n), zvpStsNoErr);
+            ASSERT_EQ(std::memcmp(&one, &y[n], 4), 0) << start << " " << n;
+        }
+    }
+}
+
+}  // namespace
