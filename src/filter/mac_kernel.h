@@ -12,13 +12,16 @@
 // part (the terms outside are absent, as if x were zero-padded, but nothing
 // is read there). An output with no term is 0.
 //
-// The outputs go in blocks of U registers of lanes. Inside a block every
-// output shares the j range that is valid for all of its lanes; that part is
-// one broadcast of op(h[j]) and U loads, multiplies and adds per tap, with
-// the sum taken in increasing j. The few terms a lane has beyond the shared
-// range (near the ends of x) are added afterwards, in increasing j, from the
-// scalar code. The grouping depends only on the lengths and offsets, never on
-// the alignment of the pointers, so a call is reproducible.
+// Along the outputs the tap ranges run: none valid (the output is 0), cut
+// short by the start of x, all valid, cut short by its end, none again. The
+// outputs with every tap go in blocks of U registers of lanes: one broadcast
+// of op(h[j]) and U loads, multiplies and adds per tap, the sum taken in
+// increasing j. The outputs cut short read a zero-padded copy of the part of
+// x they need, so they run the same blocks over the union of their lanes'
+// ranges. Every output is thus the sum of its valid terms in increasing j,
+// whatever block or tail computes it (for up to kPadTaps taps; beyond, the
+// terms outside a block's shared range are added after it); nothing depends
+// on the alignment of the pointers.
 #pragma once
 
 #include <algorithm>
