@@ -26,9 +26,12 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <type_traits>
 
 #include "lane_float.h"
+#include "lane_int.h"
 #include "level.h"
 #include "zvptypes.h"
 
@@ -281,6 +284,32 @@ template <class E, bool ConjA>
 void correlate(const E* a, std::ptrdiff_t aLen, const E* b, std::ptrdiff_t bLen,
                std::ptrdiff_t lag0, E* out, std::ptrdiff_t n) {
     slidingMac<E, ConjA>(a, aLen, b, bLen, lag0, +1, out, n);
+}
+
+// The exact sum of a[k] * b[k], k < n, of 16-bit samples as a 64-bit
+// integer. Eight products per step: the pairwise sums of exact products
+// (32-bit lanes) widened to 64 bits. A pair sum can leave the 32-bit range
+// only as +2^31 (both products (-32768)^2), which the lane holds as -2^31:
+// those lanes are counted and 2^32 added back for each.
+inline std::int64_t dotExact16s(const Zvp16s* a, const Zvp16s* b, std::ptrdiff_t n) {
+    using L16 = Full<std::int16_t>;
+    using L32 = Full<std::int32_t>;
+    using L64 = Full<std::int64_t>;
+    const auto minI32 = L32::set1(std::numeric_limits<std::int32_t>::min());
+    auto acc = L64::zero(), wraps = L32::zero();
+    std::ptrdiff_t k = 0;
+    for (; k + 8 <= n; k += 8) {
+        const auto p = L16::maddPairs(L16::load(a + k), L16::load(b + k));
+        wraps = L32::sub(wraps, L32::eq(p, minI32));
+        acc = L64::add(acc, L64::add(L32::widenLo(p), L32::widenHi(p)));
+    }
+    std::int64_t lanes[2];
+    std::int32_t w[4];
+    L64::store(lanes, acc);
+    L32::store(w, wraps);
+    std::int64_t s = lanes[0] + lanes[1] + ((std::int64_t(w[0]) + w[1] + w[2] + w[3]) << 32);
+    for (; k < n; ++k) s += std::int32_t(a[k]) * std::int32_t(b[k]);
+    return s;
 }
 
 }  // namespace zvp::ZVP_LEVEL::mac

@@ -357,26 +357,14 @@ ZvpStatus autoNormBytes(int n, int dstLen, int alg, int* bytes) {
     return fftconv::blockBytes<E>(autoOrder(n), 1, bytes);
 }
 
-// The exact 16-bit correlation into 64-bit sums.
+// The exact 16-bit correlation into 64-bit sums, one dot product per lag.
 void crossExact16s(const Zvp16s* a, int n1, const Zvp16s* b, int n2, Zvp64s* out, long long lag,
                    long long count) {
     for (long long i = 0; i < count; ++i) {
         const long long l = lag + i;
         const long long k0 = std::max(0LL, -l);
         const long long k1 = std::min<long long>(n1, n2 - l);
-        const Zvp16s* pa = a + k0;
-        const Zvp16s* pb = b + (k0 + l);
-        const long long len = k1 - k0;
-        std::int64_t s = 0;
-        // Each product fits 31 bits; 256 of them still fit 40 bits, and the
-        // 64-bit total cannot overflow for any length a vector can have.
-        for (long long j = 0; j < len; j += 256) {
-            const long long e = std::min(len, j + 256);
-            std::int64_t piece = 0;
-            for (long long q = j; q < e; ++q) piece += std::int32_t(pa[q]) * std::int32_t(pb[q]);
-            s += piece;
-        }
-        out[i] = s;
+        out[i] = mac::dotExact16s(a + k0, b + (k0 + l), std::ptrdiff_t(k1 - k0));
     }
 }
 

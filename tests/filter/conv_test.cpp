@@ -140,24 +140,23 @@ TEST(ConvBiased, VectorBodyEqualsOneOutputCalls) {
     }
 }
 
+// A cyclic convolution is the linear one folded at N.
 TEST(ConvCyclic, MatchesDefinition) {
     const auto x = randomVec<float>(8, 1), h = randomVec<float>(8, 2);
     const auto hc = randomVec<Zvp32fc>(4, 3);
+    const std::vector<Zvp32fc> xc = {{x[0], 0}, {x[1], 0}, {x[2], 0}, {x[3], 0}};
     std::vector<float> y(8);
     std::vector<Zvp32fc> yc(4);
     EXPECT_EQ(zvpsConvCyclic8x8_32f(x.data(), h.data(), y.data()), zvpStsNoErr);
     EXPECT_EQ(zvpsConvCyclic4x4_32f32fc(x.data(), hc.data(), yc.data()), zvpStsNoErr);
-    // A cyclic convolution is the linear one folded at N.
-    const std::vector<Zvp32fc> x4c = {{x[0], 0}, {x[1], 0}, {x[2], 0}, {x[3], 0}};
-    auto lin = oracle(x, h, 0, 15, true);
-    auto linc = oracle(x4c, hc, 0, 7, true);
-    std::vector<Ref> cyc(8), cycc(4);
-    for (int n = 0; n < 15; ++n) {
-        cyc[n % 8].value += lin[n].value, cyc[n % 8].absSum += lin[n].absSum, cyc[n % 8].terms += lin[n].terms;
-        if (n < 7) cycc[n % 4].value += linc[n].value, cycc[n % 4].absSum += linc[n].absSum, cycc[n % 4].terms += linc[n].terms;
-    }
-    expectNear(x, h, y, cyc, noDiv, "8x8");
-    expectNear(x4c, hc, yc, cycc, noDiv, "4x4");
+    auto fold = [](std::vector<Ref> lin, std::size_t n) {
+        for (std::size_t i = n; i < lin.size(); ++i)
+            lin[i - n].value += lin[i].value, lin[i - n].absSum += lin[i].absSum, lin[i - n].terms += lin[i].terms;
+        lin.resize(n);
+        return lin;
+    };
+    expectNear(x, h, y, fold(oracle(x, h, 0, 15, true), 8), noDiv, "8x8");
+    expectNear(xc, hc, yc, fold(oracle(xc, hc, 0, 7, true), 4), noDiv, "4x4");
 }
 
 }  // namespace
