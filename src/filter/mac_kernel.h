@@ -177,17 +177,18 @@ inline std::ptrdiff_t runBlocks(const E* h, std::ptrdiff_t taps, const E* x, std
             blockShared<E, L, U, ConjH>(h, pad, padOff, dir, i, lo, hi, out);
             continue;
         }
+        const std::ptrdiff_t lo = std::max(a.lo, b.lo);
+        const std::ptrdiff_t hi = std::max(lo, std::min(a.hi, b.hi));
         if constexpr (U > 1) {
             // Ranges that differ from lane to lane without a padded copy (very
-            // long taps): blocks of one register keep the terms outside their
-            // shared range to a few per output.
-            if (a.lo != b.lo || a.hi != b.hi) {
+            // long taps): while the shared range is short next to the up to
+            // W - 1 terms each lane has outside it, blocks of one register
+            // keep those to a few per output.
+            if ((a.lo != b.lo || a.hi != b.hi) && hi - lo < 4 * W) {
                 runBlocks<E, L, 1, ConjH>(h, taps, x, xLen, off, dir, nullptr, 0, i, i + W, out);
                 continue;
             }
         }
-        const std::ptrdiff_t lo = std::max(a.lo, b.lo);
-        const std::ptrdiff_t hi = std::max(lo, std::min(a.hi, b.hi));
         blockShared<E, L, U, ConjH>(h, x, off, dir, i, lo, hi, out);
         if (a.lo != lo || a.hi != hi || b.lo != lo || b.hi != hi)
             for (std::ptrdiff_t k = i; k < i + W; ++k)

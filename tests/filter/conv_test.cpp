@@ -111,12 +111,14 @@ TEST(Conv, Scaled16sMatchesExactIntegers) {
 }
 
 // pDst[n] = (a * b)[n + bias]: the fixed speech-coder shapes, the truncated
-// equal-length ones and biases outside the overlap.
+// equal-length ones, biases outside the overlap, and taps too long for the
+// kernel's padded copy.
 TEST(ConvBiased, MatchesDefinition) {
     struct Case { int n2, n1, dst, bias; };
     const Case cases[] = {{45, 4, 41, 4},   {50, 11, 40, 10},  {56, 16, 40, 16}, {70, 31, 40, 30},  {110, 31, 80, 30},
                           {60, 60, 60, 0},  {40, 40, 40, 0},   {160, 160, 160, 0}, {12, 12, 12, 0}, {30, 50, 90, -20},
-                          {10, 3, 5, 100},  {10, 3, 5, -100},  {7, 90, 120, 3}};
+                          {10, 3, 5, 100},  {10, 3, 5, -100},  {7, 90, 120, 3},
+                          {50, 1500, 1600, -20}, {3000, 1100, 1500, 1000}};
     for (const Case& c : cases) {
         const auto a = randomVec<float>(c.n1, c.n1), b = randomVec<float>(c.n2, 100 + c.n2);
         std::vector<float> y(c.dst, 5.0f);

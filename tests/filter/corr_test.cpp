@@ -102,13 +102,14 @@ TEST(CrossCorr, MethodsAndThresholds64fc) { runCross<Zvp64fc>(); }
 
 // AutoCorr: m = min(srcLen, dstLen) on both sides of the type's threshold,
 // zeros past srcLen, NormA / NormB (whose divisor array is one more
-// allocation), and the buffered form under each selector.
+// allocation), and the buffered form under each selector. 3000 samples: the
+// direct kernel's path for taps too long for its padded copy.
 template <class E>
 void runAuto() {
     const int t = Fns<E>::autoThr;
     struct C { int n, dst; bool fft; };
     for (const C& c : {C{t - 1, t - 1, false}, C{t, t, true}, C{t + 40, t - 1, false}, C{t - 1, t + 50, false},
-                       C{1, 3, false}, C{t + 9, t + 9, true}}) {
+                       C{1, 3, false}, C{t + 9, t + 9, true}, C{3000, t - 1, false}}) {
         const auto a = randomVec<E>(c.n, c.n);
         const auto refs = oracle(a, a, 0, c.dst, false);
         for (int norm = 0; norm < 3; ++norm) {
