@@ -162,9 +162,10 @@ ZvpStatus zvpsToneFree(ZvpsToneState_16s* pState);
  * (pi is compared in double, so a single-precision asymmetry of pi, which
  * is slightly above it, is refused, and so is its negative.) The phase is
  * written back as for the tones, with the same continuity. Each sample's
- * phase is formed from the exact phase of the start of its block of 64 plus
- * its offset times rFreq, so the wave is within a few units of 2^-50 times
- * magn of the exact one before the final rounding. */
+ * phase is formed without loss from the starting phase and n, to within a
+ * few units of 2^-53 of a period, so the wave is within
+ * 2^-49 * magn * pi / (pi - |asym|) of the exact one before its rounding to
+ * the destination type (a steep edge magnifies the phase's rounding). */
 ZvpStatus zvpsTriangle_Direct_16s(Zvp16s* pDst, int len, Zvp16s magn, Zvp32f rFreq, Zvp32f asym, Zvp32f* pPhase);
 ZvpStatus zvpsTriangle_Direct_16sc(Zvp16sc* pDst, int len, Zvp16s magn, Zvp32f rFreq, Zvp32f asym, Zvp32f* pPhase);
 ZvpStatus zvpsTriangle_Direct_32f(Zvp32f* pDst, int len, Zvp32f magn, Zvp32f rFreq, Zvp32f asym, Zvp32f* pPhase);
