@@ -83,7 +83,7 @@ inline typename L::R slopeAt(typename L::R nv, double first, double last, double
 
 template <class T>
 void slope(T* p, int len, double first, double last) {
-    [[maybe_unused]] const MxcsrGuard guard(MxcsrGuard::kNearest);
+    const MxcsrGuard guard(MxcsrGuard::kNearest);
     alignas(16) double v[kBlock];
     const double d = last - first, m = double(len) - 1.0;
     for (int b = 0; b < len; b += kBlock) {
