@@ -49,7 +49,8 @@ ZvpStatus zvpsVectorRamp_64f(Zvp64f* pDst, int len, double offset, double slope)
  * end: n <= (len - 1) / 2 as first + d * n / (len - 1), the rest as
  * last - d * (len - 1 - n) / (len - 1), with d = last - first. So the first
  * and last elements are exactly the end values and each element is within
- * two units in the last place of the exact line; 32f rounds that double once.
+ * 2^-52 times the larger end's magnitude of the exact line; 32f rounds that
+ * double once, the integer types round and saturate it as above.
  * len = 1, or equal ends, gives the first value everywhere (16s with both
  * ends 2.5 gives 3). Ends whose difference overflows the double range, or
  * unequal ends of which one is infinite, give infinities or NaN inside. */
@@ -67,9 +68,9 @@ ZvpStatus zvpsVectorSlope_64f(Zvp64f* pDst, int len, Zvp64f first, Zvp64f last);
  * rate at n = len. Arguments: destination, length, magnitude (in the
  * destination's type). Checks: pDst null (-8), len < 1 (-6), then a negative
  * (or NaN) magnitude gives zvpStsBadArgErr (-5). The sine's argument is kept
- * exact (n^2 reduced modulo 4 len in integers) and the sine is within about
- * one unit in the last place of double precision, for every len. Unsigned
- * types saturate the negative half-waves to 0. */
+ * exact (n^2 reduced modulo 4 len in integers), so for every len the value
+ * before its rounding to the destination type is within 2^-51 times magn of
+ * the exact one. Unsigned types saturate the negative half-waves to 0. */
 ZvpStatus zvpsVectorJaehne_8u(Zvp8u* pDst, int len, Zvp8u magn);
 ZvpStatus zvpsVectorJaehne_8s(Zvp8s* pDst, int len, Zvp8s magn);
 ZvpStatus zvpsVectorJaehne_16u(Zvp16u* pDst, int len, Zvp16u magn);

@@ -255,39 +255,31 @@ TEST(Generate, TonesAndTrianglesAgreeAcrossLengthsAlignmentsAndSplitCalls) {
 // k-th one's status comes back; every listed bad value is refused alone;
 // nothing is written, the phase included.
 TEST(Generate, WaveChecksRunInTheirFixedOrderAndWriteNothing) {
-    struct Fault { ZvpStatus tone, tri; std::vector<double> bad; int field; };  // field: 0 phase ptr .. 6 len
+    struct Fault { ZvpStatus tone, tri; std::vector<double> bad; int field; };  // field: its entry of `a` below
     const double nan = std::nan("");
     for (const Wave& w : kWaves) {
         const std::vector<Fault> faults = {
-            {zvpStsNullPtrErr, zvpStsNullPtrErr, {0}, 0},
+            {zvpStsNullPtrErr, zvpStsNullPtrErr, {1}, 0},
             {zvpStsToneMagnErr, zvpStsTrnglMagnErr, {0, -1, nan}, 1},
             {zvpStsToneFreqErr, zvpStsTrnglFreqErr, {w.maxFreq(), -0.125, nan}, 2},
             {zvpStsNoErr, zvpStsTrnglAsymErr, {double(float(kPiD)), -double(float(kPiD)), 4.0, nan}, 3},
             {zvpStsTonePhaseErr, zvpStsTrnglPhaseErr, {kTwoPiF, -0.125, 7.0, nan}, 4},
-            {zvpStsNullPtrErr, zvpStsNullPtrErr, {0}, 5},
+            {zvpStsNullPtrErr, zvpStsNullPtrErr, {1}, 5},
             {zvpStsSizeErr, zvpStsSizeErr, {0, -1}, 6}};
         for (std::size_t from = 0; from < faults.size(); ++from)
             for (std::size_t only = 0; only < 2; ++only)
                 for (std::size_t v = 0; v < faults[from].bad.size(); ++v) {
                     if (!w.tri && faults[from].field == 3) continue;
-                    double a[5] = {1000, 0.1, 0.5, 1.0, 8};                       // magn, freq, asym, phase, len
-                    bool nullPhase = false, nullDst = false;
-                    for (std::size_t k = from; k < (only ? from + 1 : faults.size()); ++k) {
-                        const double x = faults[k].bad[k == from ? v : 0];
-                        switch (faults[k].field) {
-                            case 0: nullPhase = true; break;
-                            case 5: nullDst = true; break;
-                            case 6: a[4] = x; break;
-                            default: a[faults[k].field - 1] = x;
-                        }
-                    }
+                    double a[7] = {0, 1000, 0.1, 0.5, 1.0, 0, 8};  // null phase?, magn, freq, asym, phase, null dst?, len
+                    for (std::size_t k = from; k < (only ? from + 1 : faults.size()); ++k)
+                        a[faults[k].field] = faults[k].bad[k == from ? v : 0];
                     GuardedBuffer g(w.bytes(8));
-                    double ph = a[3];
+                    double ph = a[4];
                     const ZvpStatus want = w.tri ? faults[from].tri : faults[from].tone;
-                    EXPECT_EQ(w.call(nullDst ? nullptr : g.data(), int(a[4]), a[0], a[1], a[2], nullPhase ? nullptr : &ph), want)
+                    EXPECT_EQ(w.call(a[5] ? nullptr : g.data(), int(a[6]), a[1], a[2], a[3], a[0] ? nullptr : &ph), want)
                         << w.name << " fault " << from << " value " << v;
                     EXPECT_TRUE(g.untouched()) << w.name;
-                    EXPECT_TRUE(ph == a[3] || (std::isnan(ph) && std::isnan(a[3]))) << w.name;
+                    EXPECT_TRUE(ph == a[4] || (std::isnan(ph) && std::isnan(a[4]))) << w.name;
                 }
     }
     float ph = 1;
