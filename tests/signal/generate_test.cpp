@@ -169,11 +169,11 @@ const Wave kWaves[] = {TONE(16s, false, 0, Zvp16s, float), TONE(16sc, true, 0, Z
                        TRI(16s, false, 0, Zvp16s, float),  TRI(16sc, true, 0, Zvp16s, float),  TRI(32f, false, 1, float, float),
                        TRI(32fc, true, 1, float, float),   TRI(64f, false, 2, double, double), TRI(64fc, true, 2, double, double)};
 
-// The exact wave at sample n: part 0 the real value, part 1 the imaginary one.
-ld waveRef(const Wave& w, ld magn, ld f, ld asym, ld phase, int n, int part) {
+// The exact wave at sample n: k = 0 its real value, k = 1 its imaginary one.
+ld waveRef(const Wave& w, ld magn, ld f, ld asym, ld phase, int n, int k) {
     ld t = 2 * kPi * frac(f * n + phase / (2 * kPi));  // f * n exact in long double for n < 2^11
-    if (!w.tri) return magn * (part ? sinl(t) : cosl(t));
-    if (part) t = 2 * kPi * frac(t / (2 * kPi) + 0.75L);
+    if (!w.tri) return magn * (k ? sinl(t) : cosl(t));
+    if (k) t = 2 * kPi * frac(t / (2 * kPi) + 0.75L);
     const ld h = kPi - asym;
     return magn * (t < h ? 1 - 2 * t / h : -1 + 2 * (t - h) / (2 * kPi - h));
 }
