@@ -62,7 +62,10 @@ struct Header {
     std::int32_t factors[kMaxFactors];
     std::int32_t reserved[3];
     double scale64;          // double-precision scale of the 64-bit types
-    double roots[32];        // small kernels: exp(-2 pi i k / L), k < L <= 16
+    std::int32_t reserved4[2];
+    // small lengths that are not powers of two: the twiddles of their
+    // (at most two) factors, in the record's precision
+    alignas(16) unsigned char small[16 * 16];
 };
 static_assert(sizeof(Header) <= kFixedPart, "the fixed part of the record is 576 bytes");
 

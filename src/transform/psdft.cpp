@@ -5,11 +5,13 @@
 // real kinds stage their data through interleaved work memory, except on the
 // FFT path, where their record embeds an FFT record of their own kind.
 #include <climits>
+#include <cstddef>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 
 #include "check.h"
+#include "dftkernels.h"
 #include "dftspec.h"
 #include "fftsmall.h"
 #include "p8/dft.h"
@@ -191,63 +193,15 @@ void direct(const Cx<T>* x, Cx<T>* y, std::int64_t L, const Cx<T>* roots, Cx<T>*
     for (std::int64_t k = 0; k < L; ++k) y[k] = tmp[k];
 }
 
-// One radix-p butterfly on v (forward: exp(-2 pi i rq / p)).
-template <class T, bool INV>
-void butterfly(Cx<T>* v, int p, const Cx<T>* roots, Cx<T>* tmp) {
-    if (p == 2) {
-        const Cx<T> a = v[0], b = v[1];
-        v[0] = {a.re + b.re, a.im + b.im};
-        v[1] = {a.re - b.re, a.im - b.im};
-        return;
-    }
-    if (p == 4) {
-        const Cx<T> a = v[0], b = v[1], c = v[2], d = v[3];
-        const Cx<T> s0 = {a.re + c.re, a.im + c.im}, d0 = {a.re - c.re, a.im - c.im};
-        const Cx<T> s1 = {b.re + d.re, b.im + d.im}, d1 = {b.re - d.re, b.im - d.im};
-        // forward: X1 = d0 - i d1, X3 = d0 + i d1
-        const Cx<T> md1 = INV ? Cx<T>{-d1.im, d1.re} : Cx<T>{d1.im, -d1.re};  // -+i d1
-        v[0] = {s0.re + s1.re, s0.im + s1.im};
-        v[2] = {s0.re - s1.re, s0.im - s1.im};
-        v[1] = {d0.re + md1.re, d0.im + md1.im};
-        v[3] = {d0.re - md1.re, d0.im - md1.im};
-        return;
-    }
-    for (int q = 0; q < p; ++q) {
-        T re = v[0].re, im = v[0].im;
-        int e = 0;
-        for (int r = 1; r < p; ++r) {
-            e += q;
-            if (e >= p) e -= p;
-            Cx<T> w = roots[e];
-            if (INV) w.im = -w.im;
-            re += v[r].re * w.re - v[r].im * w.im;
-            im += v[r].re * w.im + v[r].im * w.re;
-        }
-        tmp[q] = {re, im};
-    }
-    for (int q = 0; q < p; ++q) v[q] = tmp[q];
+// Whether the butterfly of factor p reads the factor's roots from the table.
+constexpr bool generalFactor(int p) {
+    return !(p == 2 || p == 3 || p == 4 || p == 5 || p == 6 || p == 7 || p == 11 || p == 13);
 }
 
-// One self-sorting stage of the mixed-radix transform: sub-transforms of Ns
-// points are joined p at a time into sub-transforms of Ns p points.
-template <class T, bool INV>
-void stage(const Cx<T>* in, Cx<T>* out, std::int64_t L, int p, std::int64_t Ns,
-           const Cx<T>* tw, const Cx<T>* roots) {
-    const std::int64_t m = L / p;
-    Cx<T> v[150], tmp[150];
-    for (std::int64_t j = 0; j < m; ++j) {
-        const std::int64_t k = j % Ns;
-        for (int r = 0; r < p; ++r) v[r] = in[j + r * m];
-        if (k != 0) {
-            const Cx<T>* t = tw + k * (p - 1);
-            for (int r = 1; r < p; ++r) v[r] = mul(v[r], INV ? conj(t[r - 1]) : t[r - 1]);
-        }
-        butterfly<T, INV>(v, p, roots, tmp);
-        const std::int64_t base = (j - k) * p + k;
-        for (int r = 0; r < p; ++r) out[base + r * Ns] = v[r];
-    }
-}
-
+// The self-sorting stages over the factor list, ping-ponging between the
+// destination and work memory of 2L samples so that the last stage lands in
+// the destination; when the first stage would overwrite its own input (in
+// place, odd number of stages) the input is copied away first.
 template <class T, bool INV>
 void mixedRadix(const Header* h, const Cx<T>* x, Cx<T>* y, Cx<T>* work) {
     const std::int64_t L = h->length;
@@ -255,20 +209,34 @@ void mixedRadix(const Header* h, const Cx<T>* x, Cx<T>* y, Cx<T>* work) {
     Cx<T>* a = work;
     Cx<T>* b = work + L;
     const Cx<T>* in = x;
-    if (x == y && s % 2 == 1) {  // the first stage would write over its input
-        std::memcpy(b, x, sizeof(Cx<T>) * std::size_t(L));
+    if (x == y && s % 2 == 1) {
+        std::memcpy(static_cast<void*>(b), x, sizeof(Cx<T>) * std::size_t(L));
         in = b;
     }
-    const Cx<T>* tab = at<Cx<T>>(h, h->twdOff);
+    const T* tab = at<T>(h, h->twdOff);
     std::int64_t Ns = 1;
     for (int i = 0; i < s; ++i) {
         const int p = h->factors[i];
-        const Cx<T>* tw = tab;
-        const Cx<T>* roots = tab + (p - 1) * Ns;
-        tab = roots + p;
+        const T* tw = tab;
+        const T* roots = tab + 2 * (p - 1) * Ns;
+        tab = roots + (generalFactor(p) ? 2 * p : 0);
         Cx<T>* out = ((s - 1 - i) % 2 == 0) ? y : a;
-        stage<T, INV>(in, out, L, p, Ns, tw, roots);
+        stage<T, INV>(&in->re, &out->re, L, p, Ns, tw, roots);
         in = out;
+        Ns *= p;
+    }
+}
+
+// Twiddle and root tables of the factor list, from the L roots of the length.
+template <class T>
+void buildStages(Cx<T>* t, std::int64_t L, const std::int32_t* f, int nf, const Cx<T>* roots) {
+    std::int64_t Ns = 1;
+    for (int i = 0; i < nf; ++i) {
+        const std::int64_t p = f[i], step = L / (Ns * p);
+        for (std::int64_t r = 1; r < p; ++r)
+            for (std::int64_t k = 0; k < Ns; ++k) *t++ = roots[(r * k * step) % L];
+        if (generalFactor(int(p)))
+            for (std::int64_t r = 0; r < p; ++r) *t++ = roots[r * (L / p)];
         Ns *= p;
     }
 }
@@ -332,10 +300,9 @@ ZvpStatus run(const Header* h, const Cx<T>* x, Cx<T>* y, bool inv, Zvp8u* work) 
                 fft::smallFft<T>(&x->re, &y->re, log2Of(L), inv ? 1 : -1, scaled, scaleOf<T>(h));
                 return zvpStsNoErr;
             }
-            Cx<T> roots[16], tmp[16];
-            for (std::int64_t k = 0; k < L; ++k) roots[k] = {T(h->roots[2 * k]), T(h->roots[2 * k + 1])};
-            if (inv) direct<T, true>(x, y, L, roots, tmp);
-            else direct<T, false>(x, y, L, roots, tmp);
+            Cx<T> tmp[32];
+            if (inv) mixedRadix<T, true>(h, x, y, tmp);
+            else mixedRadix<T, false>(h, x, y, tmp);
             break;
         }
         case kFft:
@@ -410,10 +377,17 @@ ZvpStatus build(Kind kind, std::int32_t tag, std::int64_t L, int flag, int hint,
     std::int64_t off = kFixedPart;
     switch (p.method) {
         case kSmall:
-            for (std::int64_t k = 0; k < L; ++k) {
-                const Cx<double> r = rootOf<double>(k, L);
-                h->roots[2 * k] = r.re;
-                h->roots[2 * k + 1] = r.im;
+            if (!isPow2(L)) {
+                // one or two factors; the twiddles fit in the fixed part
+                Cx<T> roots[16];
+                for (std::int64_t k = 0; k < L; ++k) roots[k] = rootOf<T>(k, L);
+                h->nFactors = factorize(L, h->factors);
+                if (h->nFactors == 0) {
+                    h->nFactors = 1;
+                    h->factors[0] = std::int32_t(L);
+                }
+                h->twdOff = std::int32_t(offsetof(Header, small));
+                buildStages(reinterpret_cast<Cx<T>*>(h->small), L, h->factors, h->nFactors, roots);
             }
             break;
         case kFft: {
@@ -432,15 +406,7 @@ ZvpStatus build(Kind kind, std::int32_t tag, std::int64_t L, int flag, int hint,
                 h->nFactors = p.nFactors;
                 for (int i = 0; i < p.nFactors; ++i) h->factors[i] = p.factors[i];
                 h->twdOff = std::int32_t(off);
-                Cx<T>* t = at<Cx<T>>(h, off);
-                std::int64_t Ns = 1;
-                for (int i = 0; i < p.nFactors; ++i) {
-                    const std::int64_t f = p.factors[i], step = L / (Ns * f);
-                    for (std::int64_t k = 0; k < Ns; ++k)
-                        for (std::int64_t r = 1; r < f; ++r) *t++ = roots[(r * k * step) % L];
-                    for (std::int64_t r = 0; r < f; ++r) *t++ = roots[r * (L / f)];
-                    Ns *= f;
-                }
+                buildStages(at<Cx<T>>(h, off), L, p.factors, p.nFactors, roots);
             } else if (p.method == kDirect) {
                 h->dirOff = std::int32_t(off);
                 std::memcpy(at<Cx<T>>(h, off), roots, std::size_t(E * L));
