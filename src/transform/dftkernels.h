@@ -209,24 +209,55 @@ void stageP(const T* x, T* y, std::int64_t L, int p, std::int64_t Ns, const T* t
         butterfly<V, INV, P>(v, n, roots);
         for (int r = 0; r < n; ++r) st<V>(y + 2 * (o + r * Ns), v[r]);
     };
-    if (Ns == 1) {
-        // no twiddles; W blocks at a time, the outputs of each block apart
-        std::int64_t b = 0;
-        for (; b + W <= blocks; b += W) {
+    if (m < W) {  // too short for a lane: one element at a time
+        for (std::int64_t j = 0; j < m; ++j) {
+            const std::int64_t b = j / Ns, k = j - b * Ns;
+            one.template operator()<V1>(j, k, b * n * Ns + k);
+        }
+        return;
+    }
+    if (Ns < W) {
+        // Sub-transforms shorter than a lane: W consecutive j at a time, the
+        // twiddles of their k gathered once per phase j mod Ns, the outputs
+        // of each lane stored apart.
+        alignas(16) T twp[(W - 1) * (kMaxP - 1) * 2 * W];
+        if (Ns > 1)
+            for (std::int64_t ph = 0; ph < Ns; ++ph)
+                for (int r = 1; r < n; ++r)
+                    for (int i = 0; i < W; ++i) {
+                        const std::int64_t k = (ph + i) % Ns;
+                        T* row = twp + (ph * (n - 1) + (r - 1)) * 2 * W;
+                        row[i] = tw[2 * ((r - 1) * Ns + k)];
+                        row[W + i] = tw[2 * ((r - 1) * Ns + k) + 1];
+                    }
+        std::int64_t j = 0;
+        for (; j + W <= m; j += W) {
             CV<VF> v[kMaxP];
-            for (int r = 0; r < n; ++r) v[r] = ld<VF>(x + 2 * (b + r * m));
+            for (int r = 0; r < n; ++r) v[r] = ld<VF>(x + 2 * (j + r * m));
+            if (Ns > 1) {
+                const T* rows = twp + (j % Ns) * (n - 1) * 2 * W;
+                for (int r = 1; r < n; ++r) {
+                    const T* row = rows + (r - 1) * 2 * W;
+                    v[r] = fft::cmul<VF, INV>(v[r], VF::loada(row), VF::loada(row + W));
+                }
+            }
             butterfly<VF, INV, P>(v, n, roots);
             alignas(16) T re[W], im[W];
             for (int r = 0; r < n; ++r) {
                 VF::storea(re, v[r].re);
                 VF::storea(im, v[r].im);
                 for (int i = 0; i < W; ++i) {
-                    y[2 * ((b + i) * n + r)] = re[i];
-                    y[2 * ((b + i) * n + r) + 1] = im[i];
+                    const std::int64_t jj = j + i, b = jj / Ns, k = jj - b * Ns;
+                    const std::int64_t o = (b * n + r) * Ns + k;
+                    y[2 * o] = re[i];
+                    y[2 * o + 1] = im[i];
                 }
             }
         }
-        for (; b < blocks; ++b) one.template operator()<V1>(b, 0, b * n);
+        for (; j < m; ++j) {
+            const std::int64_t b = j / Ns, k = j - b * Ns;
+            one.template operator()<V1>(j, k, b * n * Ns + k);
+        }
         return;
     }
     for (std::int64_t b = 0; b < blocks; ++b) {

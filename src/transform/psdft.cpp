@@ -173,24 +173,17 @@ void scaleBy(Cx<T>* d, std::int64_t n, T s) {
     }
 }
 
-// O(L^2) from a table of the L roots; the result goes through tmp, so the
-// source may equal the destination.
+// O(L^2) from the table of the L roots. The lengths that take it (no
+// factor up to their square root, at most 50) are odd primes, so the sums
+// pair n with L - n like any odd butterfly. All of x is read before y is
+// written, so the source may equal the destination.
 template <class T, bool INV>
-void direct(const Cx<T>* x, Cx<T>* y, std::int64_t L, const Cx<T>* roots, Cx<T>* tmp) {
-    for (std::int64_t k = 0; k < L; ++k) {
-        T re = 0, im = 0;
-        std::int64_t e = 0;
-        for (std::int64_t n = 0; n < L; ++n) {
-            Cx<T> w = roots[e];
-            if (INV) w.im = -w.im;
-            re += x[n].re * w.re - x[n].im * w.im;
-            im += x[n].re * w.im + x[n].im * w.re;
-            e += k;
-            if (e >= L) e -= L;
-        }
-        tmp[k] = {re, im};
-    }
-    for (std::int64_t k = 0; k < L; ++k) y[k] = tmp[k];
+void direct(const Cx<T>* x, Cx<T>* y, std::int64_t L, const Cx<T>* roots) {
+    using V = One<T>;
+    CV<V> v[50];
+    for (std::int64_t n = 0; n < L; ++n) v[n] = ld<V>(&x[n].re);
+    oddDft<V, INV, 0>(v, int(L), &roots->re);
+    for (std::int64_t n = 0; n < L; ++n) st<V>(&y[n].re, v[n]);
 }
 
 // Whether the butterfly of factor p reads the factor's roots from the table.
@@ -312,8 +305,8 @@ ZvpStatus run(const Header* h, const Cx<T>* x, Cx<T>* y, bool inv, Zvp8u* work) 
             else mixedRadix<T, false>(h, x, y, reinterpret_cast<Cx<T>*>(work));
             break;
         case kDirect:
-            if (inv) direct<T, true>(x, y, L, at<Cx<T>>(h, h->dirOff), reinterpret_cast<Cx<T>*>(work));
-            else direct<T, false>(x, y, L, at<Cx<T>>(h, h->dirOff), reinterpret_cast<Cx<T>*>(work));
+            if (inv) direct<T, true>(x, y, L, at<Cx<T>>(h, h->dirOff));
+            else direct<T, false>(x, y, L, at<Cx<T>>(h, h->dirOff));
             break;
         case kConv:
             ZVP_RETURN_IF_ERROR(convolve<T>(h, x, y, inv, work));
