@@ -88,6 +88,18 @@ ZvpStatus query(Kind kind, bool dbl, std::int64_t L, int flag, Plan& p) {
         p.spec += up64(s);
         p.init += up64(i);
         p.work += up64(w);
+    } else if (kind == Kind::Real && L % 2 == 0 && L <= kMaxLength) {
+        // the L/2 complex values x[2n] + i x[2n+1] through an inner record,
+        // then one recombination step with the roots of L
+        p.method = kHalf;
+        Plan in;
+        ZVP_RETURN_IF_ERROR(query(Kind::Inter, dbl, L / 2, ZVP_FFT_NODIV_BY_ANY, in));
+        p.innerSpec = in.spec;
+        p.innerInit = in.init;
+        p.innerWork = in.work;
+        p.spec += up64(in.spec) + up64(E * (L / 2));
+        p.init += up64(in.init);
+        p.work += up64(in.work) + up64(E * (L / 2 + 1));
     } else {
         if (L > kMaxLength) return zvpStsSizeErr;
         p.init += up64(E * L);  // the L roots of the length
@@ -390,6 +402,20 @@ ZvpStatus build(Kind kind, std::int32_t tag, std::int64_t L, int flag, int hint,
             h->fftSwitch = 1;
             break;
         }
+        case kHalf: {
+            const std::int64_t N = L / 2;
+            const std::int32_t innerTag = isDouble<T>() ? kTagC64fc : kTagC32fc;
+            Plan in;
+            ZVP_RETURN_IF_ERROR(query(Kind::Inter, isDouble<T>(), N, ZVP_FFT_NODIV_BY_ANY, in));
+            h->innerOff = std::int32_t(off);
+            ZVP_RETURN_IF_ERROR(build<T>(Kind::Inter, innerTag, N, ZVP_FFT_NODIV_BY_ANY, 0,
+                                         at<Zvp8u>(h, off), init, in));
+            off += up64(in.spec);
+            h->recOff = std::int32_t(off);
+            Cx<T>* w = at<Cx<T>>(h, off);
+            for (std::int64_t k = 0; k < N; ++k) w[k] = rootOf<T>(k, L);
+            break;
+        }
         default: {
             auto* roots = reinterpret_cast<Cx<T>*>(init);
             for (std::int64_t k = 0; k < L; ++k) roots[k] = rootOf<T>(k, L);
@@ -559,8 +585,9 @@ struct Stage {
             v = local;
             rest = work;
         } else {
+            const std::int64_t n = h->method == kHalf ? h->length / 2 + 1 : h->length;
             v = reinterpret_cast<Cx<T>*>(work);
-            rest = work + up64(std::int64_t(sizeof(Cx<T>)) * h->length);
+            rest = work + up64(std::int64_t(sizeof(Cx<T>)) * n);
         }
     }
 };
@@ -616,6 +643,62 @@ Places placesOf(Layout lay, std::int64_t L) {
     }
 }
 
+// Real forward transform of even length L = 2N: Z = DFT_N(x[2n] + i x[2n+1])
+// by the inner record, then X[k] = E_k + w^k O_k for k = 0..N with
+// E_k = (Z[k] + conj Z[N-k]) / 2, O_k = (Z[k] - conj Z[N-k]) / 2i, w the
+// root of L (Z[N] read as Z[0]). X goes to v[0..N].
+template <class T>
+ZvpStatus halfForward(const Header* h, const T* src, Cx<T>* v, Zvp8u* rest) {
+    const std::int64_t N = h->length / 2;
+    const Header* inner = at<Header>(h, h->innerOff);
+    const Cx<T>* w = at<Cx<T>>(h, h->recOff);
+    Zvp8u* innerWork = rest;
+    ZVP_RETURN_IF_ERROR(run<T>(inner, reinterpret_cast<const Cx<T>*>(src), v, false, innerWork));
+    const T half = T(0.5);
+    const Cx<T> z0 = v[0];
+    v[N] = {z0.re - z0.im, T(0)};
+    v[0] = {z0.re + z0.im, T(0)};
+    for (std::int64_t k = 1, j = N - 1; k <= j; ++k, --j) {
+        const Cx<T> a = v[k], b = v[j];
+        // k and N - k from the same pair
+        const Cx<T> ek = {half * (a.re + b.re), half * (a.im - b.im)};
+        const Cx<T> ok = {half * (a.im + b.im), half * (b.re - a.re)};
+        const Cx<T> ej = {ek.re, -ek.im};
+        const Cx<T> oj = {ok.re, -ok.im};
+        const Cx<T> tk = mul(w[k], ok), tj = mul(w[j], oj);
+        v[k] = {ek.re + tk.re, ek.im + tk.im};
+        v[j] = {ej.re + tj.re, ej.im + tj.im};
+    }
+    if (h->fwdScaled) scaleBy(v, N + 1, scaleOf<T>(h));
+    return zvpStsNoErr;
+}
+
+// Real inverse of even length from X[0..N] in v: Z[k] = (X[k] + conj X[N-k])
+// + i (X[k] - conj X[N-k]) conj(w^k), then the inner inverse of N points
+// gives L x[2n] + i L x[2n+1] straight into the destination.
+template <class T>
+ZvpStatus halfInverse(const Header* h, Cx<T>* v, T* dst, Zvp8u* rest) {
+    const std::int64_t N = h->length / 2;
+    const Header* inner = at<Header>(h, h->innerOff);
+    const Cx<T>* w = at<Cx<T>>(h, h->recOff);
+    const Cx<T> x0 = v[0], xn = v[N];
+    v[0] = {x0.re + xn.re, x0.re - xn.re};
+    for (std::int64_t k = 1, j = N - 1; k <= j; ++k, --j) {
+        const Cx<T> a = v[k], b = v[j];
+        const Cx<T> sk = {a.re + b.re, a.im - b.im};       // X[k] + conj X[j]
+        const Cx<T> dk = {a.re - b.re, a.im + b.im};       // X[k] - conj X[j]
+        const Cx<T> sj = {sk.re, -sk.im};                  // X[j] + conj X[k]
+        const Cx<T> dj = {-dk.re, dk.im};                  // X[j] - conj X[k]
+        const Cx<T> rk = mul(dk, conj(w[k])), rj = mul(dj, conj(w[j]));
+        v[k] = {sk.re - rk.im, sk.im + rk.re};
+        v[j] = {sj.re - rj.im, sj.im + rj.re};
+    }
+    auto* y = reinterpret_cast<Cx<T>*>(dst);
+    ZVP_RETURN_IF_ERROR(run<T>(inner, v, y, true, rest));
+    if (h->invScaled) scaleBy(y, N, scaleOf<T>(h));
+    return zvpStsNoErr;
+}
+
 template <class T>
 ZvpStatus realFwd(std::int32_t tag, Layout lay, const T* src, T* dst, const void* pSpec, Zvp8u* pBuffer) {
     ZVP_CHECK_PTRS(pSpec);
@@ -627,8 +710,12 @@ ZvpStatus realFwd(std::int32_t tag, Layout lay, const T* src, T* dst, const void
     if (h->method == kFft) return realFft(h, src, dst, lay, false, w.p);
     const std::int64_t L = h->length;
     Stage<T> s(h, w.p);
-    for (std::int64_t i = 0; i < L; ++i) s.v[i] = {src[i], T(0)};
-    ZVP_RETURN_IF_ERROR(run<T>(h, s.v, s.v, false, s.rest));
+    if (h->method == kHalf) {
+        ZVP_RETURN_IF_ERROR(halfForward<T>(h, src, s.v, s.rest));
+    } else {
+        for (std::int64_t i = 0; i < L; ++i) s.v[i] = {src[i], T(0)};
+        ZVP_RETURN_IF_ERROR(run<T>(h, s.v, s.v, false, s.rest));
+    }
     const Places pl = placesOf(lay, L);
     dst[0] = s.v[0].re;
     if (lay == Layout::CCS) dst[1] = T(0);
@@ -656,12 +743,14 @@ ZvpStatus realInv(std::int32_t tag, Layout lay, const T* src, T* dst, const void
     Stage<T> s(h, w.p);
     const Places pl = placesOf(lay, L);
     s.v[0] = {src[0], T(0)};
+    const bool full = h->method != kHalf;  // the half method reads X[0..L/2] only
     for (std::int64_t k = 1; 2 * k < L; ++k) {
         const Cx<T> z = {src[pl.re1 + 2 * (k - 1)], src[pl.re1 + 2 * (k - 1) + 1]};
         s.v[k] = z;
-        s.v[L - k] = conj(z);
+        if (full) s.v[L - k] = conj(z);
     }
     if (L % 2 == 0) s.v[L / 2] = {src[pl.nyq], T(0)};
+    if (h->method == kHalf) return halfInverse<T>(h, s.v, dst, s.rest);
     ZVP_RETURN_IF_ERROR(run<T>(h, s.v, s.v, true, s.rest));
     for (std::int64_t i = 0; i < L; ++i) dst[i] = s.v[i].re;
     return zvpStsNoErr;

@@ -416,6 +416,13 @@ Sz expectedSizes(std::int64_t L) {
         while ((std::int64_t(1) << m) < L) ++m;
         EXPECT_EQ(Ty::fftSize(m, &a, &b, &c), zvpStsNoErr);
         z.spec += r64(a), z.init += r64(b), z.work += r64(c);
+    } else if (L > 16 && Ty::form == Form::Real && L % 2 == 0) {
+        // real, even: a complex record of L/2 points, the L/2 roots of L,
+        // and L/2 + 1 staged values
+        const Sz in = sizeof(typename Ty::T) == 4 ? expectedSizes<C32fc>(L / 2) : expectedSizes<C64fc>(L / 2);
+        z.spec += r64(in.spec) + r64(E * (L / 2));
+        z.init += r64(in.init);
+        z.work += r64(in.work) + r64(E * (L / 2 + 1));
     } else if (L > 16) {
         z.init += r64(E * L);
         const auto f = expectedFactors(L);
