@@ -1,5 +1,5 @@
-// Stages of the mixed-radix DFT: butterflies of the factors 2, 3, 4, 5, 6 and
-// of any odd factor (compile-time roots for 3, 5, 7, 11 and 13, the record's
+// Stages of the mixed-radix DFT: butterflies of the factors 2, 3, 4, 5, 6,
+// of the joined passes 8 (2 then 4) and 16 (4 then 4), and of any odd factor (compile-time roots for 3, 5, 7, 11 and 13, the record's
 // root table above), and the self-sorting stage that joins sub-transforms of
 // Ns points p at a time.
 //
@@ -180,6 +180,8 @@ inline void butterfly(CV<V>* v, int p, const typename V::type* roots) {
         dft5<V, INV>(v);
     } else if constexpr (P == 6) {
         dft6<V, INV>(v);
+    } else if constexpr (P == 8 || P == 16) {
+        fft::dftv<V, INV, P>(v);
     } else {
         oddDft<V, INV, P>(v, p, roots);
     }
@@ -276,6 +278,8 @@ void stage(const T* x, T* y, std::int64_t L, int p, std::int64_t Ns, const T* tw
         case 5: return stageP<T, INV, 5>(x, y, L, p, Ns, tw, roots);
         case 6: return stageP<T, INV, 6>(x, y, L, p, Ns, tw, roots);
         case 7: return stageP<T, INV, 7>(x, y, L, p, Ns, tw, roots);
+        case 8: return stageP<T, INV, 8>(x, y, L, p, Ns, tw, roots);
+        case 16: return stageP<T, INV, 16>(x, y, L, p, Ns, tw, roots);
         case 11: return stageP<T, INV, 11>(x, y, L, p, Ns, tw, roots);
         case 13: return stageP<T, INV, 13>(x, y, L, p, Ns, tw, roots);
         default: return stageP<T, INV, 0>(x, y, L, p, Ns, tw, roots);

@@ -35,7 +35,8 @@ enum Method : std::int32_t {
     kHalf = 6,    // real records of even length: a complex DFT of L/2 points
 };
 
-constexpr int kMaxFactors = 28;
+// At most 17 factors below 2^27 (3^17); room for a few more.
+constexpr int kMaxFactors = 20;
 constexpr std::int32_t kFixedPart = 576;
 constexpr std::int64_t kMaxLength = 134217727;
 constexpr std::int64_t kMaxConvLength = 67108863;
@@ -61,6 +62,10 @@ struct Header {
     std::int32_t convLength; // M of the chirp method
     std::int32_t nFactors;
     std::int32_t factors[kMaxFactors];
+    // the stages actually run: the factor list with a 2 and the 4 after it
+    // joined into one radix-8 pass and pairs of 4s into radix-16 passes
+    std::int32_t nRadix;
+    std::int32_t radix[kMaxFactors];
     std::int32_t recOff;     // real records of even length: exp(-2 pi i k / L), k < L/2
     std::int32_t reserved[2];
     double scale64;          // double-precision scale of the 64-bit types
@@ -89,6 +94,25 @@ constexpr std::int64_t convLength(std::int64_t L) {
     for (std::int64_t m : kConvLengths)
         if (m >= t) return m;
     return 8192;
+}
+
+// The passes run for a factor list: 2 then 4 become one radix-8 pass, and
+// two 4s in a row one radix-16 pass (the same arithmetic as the two stages,
+// with the data read and written once).
+inline int passesOf(const std::int32_t* f, int n, std::int32_t* r) {
+    int k = 0;
+    for (int i = 0; i < n; ++i) {
+        if (i + 1 < n && f[i] == 2 && f[i + 1] == 4) {
+            r[k++] = 8;
+            ++i;
+        } else if (i + 1 < n && f[i] == 4 && f[i + 1] == 4) {
+            r[k++] = 16;
+            ++i;
+        } else {
+            r[k++] = f[i];
+        }
+    }
+    return k;
 }
 
 // Factor list of the mixed-radix method: the 4s, a 2 in front of them, odd

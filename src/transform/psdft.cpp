@@ -200,7 +200,8 @@ void direct(const Cx<T>* x, Cx<T>* y, std::int64_t L, const Cx<T>* roots) {
 
 // Whether the butterfly of factor p reads the factor's roots from the table.
 constexpr bool generalFactor(int p) {
-    return !(p == 2 || p == 3 || p == 4 || p == 5 || p == 6 || p == 7 || p == 11 || p == 13);
+    return !(p == 2 || p == 3 || p == 4 || p == 5 || p == 6 || p == 7 || p == 8 || p == 11 ||
+             p == 13 || p == 16);
 }
 
 // The self-sorting stages over the factor list, ping-ponging between the
@@ -210,7 +211,7 @@ constexpr bool generalFactor(int p) {
 template <class T, bool INV>
 void mixedRadix(const Header* h, const Cx<T>* x, Cx<T>* y, Cx<T>* work) {
     const std::int64_t L = h->length;
-    const int s = h->nFactors;
+    const int s = h->nRadix;
     Cx<T>* a = work;
     Cx<T>* b = work + L;
     const Cx<T>* in = x;
@@ -221,7 +222,7 @@ void mixedRadix(const Header* h, const Cx<T>* x, Cx<T>* y, Cx<T>* work) {
     const T* tab = at<T>(h, h->twdOff);
     std::int64_t Ns = 1;
     for (int i = 0; i < s; ++i) {
-        const int p = h->factors[i];
+        const int p = h->radix[i];
         const T* tw = tab;
         const T* roots = tab + 2 * (p - 1) * Ns;
         tab = roots + (generalFactor(p) ? 2 * p : 0);
@@ -392,7 +393,8 @@ ZvpStatus build(Kind kind, std::int32_t tag, std::int64_t L, int flag, int hint,
                     h->factors[0] = std::int32_t(L);
                 }
                 h->twdOff = std::int32_t(offsetof(Header, small));
-                buildStages(reinterpret_cast<Cx<T>*>(h->small), L, h->factors, h->nFactors, roots);
+                h->nRadix = passesOf(h->factors, h->nFactors, h->radix);
+                buildStages(reinterpret_cast<Cx<T>*>(h->small), L, h->radix, h->nRadix, roots);
             }
             break;
         case kFft: {
@@ -425,7 +427,8 @@ ZvpStatus build(Kind kind, std::int32_t tag, std::int64_t L, int flag, int hint,
                 h->nFactors = p.nFactors;
                 for (int i = 0; i < p.nFactors; ++i) h->factors[i] = p.factors[i];
                 h->twdOff = std::int32_t(off);
-                buildStages(at<Cx<T>>(h, off), L, p.factors, p.nFactors, roots);
+                h->nRadix = passesOf(h->factors, h->nFactors, h->radix);
+                buildStages(at<Cx<T>>(h, off), L, h->radix, h->nRadix, roots);
             } else if (p.method == kDirect) {
                 h->dirOff = std::int32_t(off);
                 std::memcpy(at<Cx<T>>(h, off), roots, std::size_t(E * L));
