@@ -100,40 +100,37 @@ double relErr(const std::vector<cld>& got, const std::vector<cld>& want) {
 
 enum class Form { Inter, Split, Real, OutOrd };
 
-#define ZVP_SPEC_API(SUF)                                                                              \
-    static ZvpStatus getSize(int L, int f, int* a, int* b, int* c) {                                \
-        return zvpsDFTGetSize_##SUF(L, f, zvpAlgHintNone, a, b, c);                                 \
-    }                                                                                               \
-    static ZvpStatus init(int L, int f, Spec* s, Zvp8u* m) { return zvpsDFTInit_##SUF(L, f, zvpAlgHintFast, s, m); } \
-    static ZvpStatus initAlloc(Spec** s, int L, int f) { return zvpsDFTInitAlloc_##SUF(s, L, f, zvpAlgHintNone); } \
-    static ZvpStatus release(Spec* s) { return zvpsDFTFree_##SUF(s); }                              \
-    static ZvpStatus bufSize(const Spec* s, int* b) { return zvpsDFTGetBufSize_##SUF(s, b); }
+#define ZVP_TYPE(NAME, TT, SUF, FORM)                                                                  \
+    struct NAME {                                                                                      \
+        using T = TT;                                                                                  \
+        using Spec = ZvpsDFTSpec_##SUF;                                                                \
+        static constexpr Form form = Form::FORM;                                                       \
+        static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_##SUF(o, 8, zvpAlgHintNone, a, b, c); } \
+        static ZvpStatus getSize(int L, int f, int* a, int* b, int* c) { return zvpsDFTGetSize_##SUF(L, f, zvpAlgHintNone, a, b, c); } \
+        static ZvpStatus init(int L, int f, Spec* s, Zvp8u* m) { return zvpsDFTInit_##SUF(L, f, zvpAlgHintFast, s, m); } \
+        static ZvpStatus initAlloc(Spec** s, int L, int f) { return zvpsDFTInitAlloc_##SUF(s, L, f, zvpAlgHintNone); } \
+        static ZvpStatus release(Spec* s) { return zvpsDFTFree_##SUF(s); }                            \
+        static ZvpStatus bufSize(const Spec* s, int* b) { return zvpsDFTGetBufSize_##SUF(s, b); }     \
+        static ZvpStatus run(bool inv, const T* x, T* y, int n, const Spec* s, Zvp8u* b);              \
+        static ZvpStatus layout(int which, bool inv, const T* x, T* y, const Spec* s);                 \
+    };
+ZVP_TYPE(C32fc, float, C_32fc, Inter)
+ZVP_TYPE(C64fc, double, C_64fc, Inter)
+ZVP_TYPE(C32f, float, C_32f, Split)
+ZVP_TYPE(C64f, double, C_64f, Split)
+ZVP_TYPE(R32f, float, R_32f, Real)
+ZVP_TYPE(R64f, double, R_64f, Real)
 
-struct C32fc {
-    using T = float;
-    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_C_32fc(o, 8, zvpAlgHintNone, a, b, c); }
-    using Spec = ZvpsDFTSpec_C_32fc;
-    static constexpr Form form = Form::Inter;
-    ZVP_SPEC_API(C_32fc)
-    static ZvpStatus run(bool inv, const T* x, T* y, int, const Spec* s, Zvp8u* b) {
-        auto* src = reinterpret_cast<const Zvp32fc*>(x);
-        auto* dst = reinterpret_cast<Zvp32fc*>(y);
-        return inv ? zvpsDFTInv_CToC_32fc(src, dst, s, b) : zvpsDFTFwd_CToC_32fc(src, dst, s, b);
+#define ZVP_INTER(NAME, C)                                                                          \
+    ZvpStatus NAME::run(bool inv, const T* x, T* y, int, const Spec* s, Zvp8u* b) {                 \
+        auto* src = reinterpret_cast<const Zvp##C*>(x);                                             \
+        auto* dst = reinterpret_cast<Zvp##C*>(y);                                                   \
+        return inv ? zvpsDFTInv_CToC_##C(src, dst, s, b) : zvpsDFTFwd_CToC_##C(src, dst, s, b);     \
     }
-};
-struct C64fc {
-    using T = double;
-    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_C_64fc(o, 8, zvpAlgHintNone, a, b, c); }
-    using Spec = ZvpsDFTSpec_C_64fc;
-    static constexpr Form form = Form::Inter;
-    ZVP_SPEC_API(C_64fc)
-    static ZvpStatus run(bool inv, const T* x, T* y, int, const Spec* s, Zvp8u* b) {
-        auto* src = reinterpret_cast<const Zvp64fc*>(x);
-        auto* dst = reinterpret_cast<Zvp64fc*>(y);
-        return inv ? zvpsDFTInv_CToC_64fc(src, dst, s, b) : zvpsDFTFwd_CToC_64fc(src, dst, s, b);
-    }
-};
+ZVP_INTER(C32fc, 32fc)
+ZVP_INTER(C64fc, 64fc)
 
+// Split: the interleaved data split into two arrays around the call.
 template <class T, class F>
 ZvpStatus runSplit(const T* x, T* y, int n, F call) {
     if (!x || !y) return call(x, x, y, y);
@@ -152,50 +149,27 @@ ZvpStatus runSplit(const T* x, T* y, int n, F call) {
         }
     return st;
 }
-struct C32f {
-    using T = float;
-    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_C_32f(o, 8, zvpAlgHintNone, a, b, c); }
-    using Spec = ZvpsDFTSpec_C_32f;
-    static constexpr Form form = Form::Split;
-    ZVP_SPEC_API(C_32f)
-    static ZvpStatus run(bool inv, const T* x, T* y, int n, const Spec* s, Zvp8u* b) {
-        return runSplit(x, y, n, [&](const T* a, const T* c, T* d, T* e) {
-            return inv ? zvpsDFTInv_CToC_32f(a, c, d, e, s, b) : zvpsDFTFwd_CToC_32f(a, c, d, e, s, b);
-        });
+#define ZVP_SPLIT(NAME, C)                                                                          \
+    ZvpStatus NAME::run(bool inv, const T* x, T* y, int n, const Spec* s, Zvp8u* b) {               \
+        return runSplit(x, y, n, [&](const T* p, const T* q, T* u, T* v) {                          \
+            return inv ? zvpsDFTInv_CToC_##C(p, q, u, v, s, b) : zvpsDFTFwd_CToC_##C(p, q, u, v, s, b); \
+        });                                                                                         \
     }
-};
-struct C64f {
-    using T = double;
-    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_C_64f(o, 8, zvpAlgHintNone, a, b, c); }
-    using Spec = ZvpsDFTSpec_C_64f;
-    static constexpr Form form = Form::Split;
-    ZVP_SPEC_API(C_64f)
-    static ZvpStatus run(bool inv, const T* x, T* y, int n, const Spec* s, Zvp8u* b) {
-        return runSplit(x, y, n, [&](const T* a, const T* c, T* d, T* e) {
-            return inv ? zvpsDFTInv_CToC_64f(a, c, d, e, s, b) : zvpsDFTFwd_CToC_64f(a, c, d, e, s, b);
-        });
+ZVP_SPLIT(C32f, 32f)
+ZVP_SPLIT(C64f, 64f)
+
+// Real: run() is the CCS pair; layout() the three layouts (0 CCS, 1 Pack, 2 Perm).
+#define ZVP_REAL(NAME, R)                                                                           \
+    ZvpStatus NAME::run(bool inv, const T* x, T* y, int, const Spec* s, Zvp8u* b) {                 \
+        return inv ? zvpsDFTInv_CCSToR_##R(x, y, s, b) : zvpsDFTFwd_RToCCS_##R(x, y, s, b);         \
+    }                                                                                               \
+    ZvpStatus NAME::layout(int which, bool inv, const T* x, T* y, const Spec* s) {                  \
+        if (which == 1) return inv ? zvpsDFTInv_PackToR_##R(x, y, s, nullptr) : zvpsDFTFwd_RToPack_##R(x, y, s, nullptr); \
+        if (which == 2) return inv ? zvpsDFTInv_PermToR_##R(x, y, s, nullptr) : zvpsDFTFwd_RToPerm_##R(x, y, s, nullptr); \
+        return run(inv, x, y, 0, s, nullptr);                                                       \
     }
-};
-struct R32f {
-    using T = float;
-    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_R_32f(o, 8, zvpAlgHintNone, a, b, c); }
-    using Spec = ZvpsDFTSpec_R_32f;
-    static constexpr Form form = Form::Real;
-    ZVP_SPEC_API(R_32f)
-    static ZvpStatus run(bool inv, const T* x, T* y, int, const Spec* s, Zvp8u* b) {
-        return inv ? zvpsDFTInv_CCSToR_32f(x, y, s, b) : zvpsDFTFwd_RToCCS_32f(x, y, s, b);
-    }
-};
-struct R64f {
-    using T = double;
-    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_R_64f(o, 8, zvpAlgHintNone, a, b, c); }
-    using Spec = ZvpsDFTSpec_R_64f;
-    static constexpr Form form = Form::Real;
-    ZVP_SPEC_API(R_64f)
-    static ZvpStatus run(bool inv, const T* x, T* y, int, const Spec* s, Zvp8u* b) {
-        return inv ? zvpsDFTInv_CCSToR_64f(x, y, s, b) : zvpsDFTFwd_RToCCS_64f(x, y, s, b);
-    }
-};
+ZVP_REAL(R32f, 32f)
+ZVP_REAL(R64f, 64f)
 
 // ---- Data helpers ------------------------------------------------------------------
 
@@ -701,76 +675,40 @@ TEST(DftMethods, AgreeThroughStretchedInputs) {
 // ---- Real layouts ----------------------------------------------------------------
 
 // Pack and Perm carry the CCS values at their places, bit for bit, and their
-// inverses give the CCS inverse's bits; the inverses read only those places.
-template <class T, class Spec, class F>
-void layouts(int L, F fwd) {
-    std::vector<T> x(static_cast<std::size_t>(L)), ccs(std::size_t(L) + 2), pk(static_cast<std::size_t>(L)), pm(static_cast<std::size_t>(L));
-    std::mt19937 rng{static_cast<unsigned>(L)};
-    std::uniform_real_distribution<float> u(-1, 1);
-    for (auto& v : x) v = T(u(rng));
-    Spec* s = nullptr;
-    ASSERT_EQ(fwd.initAlloc(&s, L), zvpStsNoErr);
-    ASSERT_EQ(fwd.ccs(x.data(), ccs.data(), s), zvpStsNoErr);
-    ASSERT_EQ(fwd.pack(x.data(), pk.data(), s), zvpStsNoErr);
-    ASSERT_EQ(fwd.perm(x.data(), pm.data(), s), zvpStsNoErr);
-    EXPECT_EQ(ccs[1], T(0));
-    if (L % 2 == 0) {
-        EXPECT_EQ(ccs[std::size_t(L) + 1], T(0));
-    }
-    EXPECT_EQ(pk[0], ccs[0]);
-    EXPECT_EQ(pm[0], ccs[0]);
-    for (int k = 1; 2 * k < L; ++k)
-        for (int part = 0; part < 2; ++part) {
-            const T want = ccs[std::size_t(2 * k + part)];
-            EXPECT_EQ(pk[std::size_t(2 * k - 1 + part)], want) << L;
-            EXPECT_EQ(pm[std::size_t(L % 2 ? 2 * k - 1 + part : 2 * k + part)], want) << L;
+// inverses give the CCS inverse's bits; the inverses read only those places,
+// and the Pack forms may share source and destination.
+TYPED_TEST(Dft, RealLayoutsHoldTheSameValues) {
+    using Ty = TypeParam;
+    using T = typename Ty::T;
+    if constexpr (Ty::form == Form::Real) {
+        for (int L : {1, 2, 3, 8, 15, 16, 17, 18, 53, 64, 96, 298, 1000}) {
+            const auto x = pack<Ty>(signal(L, 17, true), false);
+            std::vector<T> o[3] = {std::vector<T>(std::size_t(L) + 2), std::vector<T>(x), std::vector<T>(x)};
+            typename Ty::Spec* s = nullptr;
+            ASSERT_EQ(Ty::initAlloc(&s, L, 2), zvpStsNoErr);
+            for (int w = 0; w < 3; ++w) ASSERT_EQ(Ty::layout(w, false, x.data(), o[w].data(), s), zvpStsNoErr);
+            const std::vector<T>&ccs = o[0], &pk = o[1], &pm = o[2];
+            EXPECT_TRUE(ccs[1] == T(0) && pk[0] == ccs[0] && pm[0] == ccs[0]) << L;
+            for (int k = 1; 2 * k < L; ++k)
+                for (int part = 0; part < 2; ++part) {
+                    EXPECT_EQ(pk[std::size_t(2 * k - 1 + part)], ccs[std::size_t(2 * k + part)]) << L;
+                    EXPECT_EQ(pm[std::size_t(L % 2 ? 2 * k - 1 + part : 2 * k + part)], ccs[std::size_t(2 * k + part)]) << L;
+                }
+            if (L % 2 == 0) {
+                EXPECT_TRUE(ccs[std::size_t(L) + 1] == T(0) && pk[std::size_t(L) - 1] == ccs[std::size_t(L)] &&
+                            pm[1] == ccs[std::size_t(L)]) << L;
+                o[0][std::size_t(L) + 1] = T(5);  // never read
+            }
+            o[0][1] = T(5);
+            std::vector<T> back[3] = {std::vector<T>(x.size()), std::vector<T>(x.size()), o[1]};
+            for (int w = 0; w < 2; ++w) ASSERT_EQ(Ty::layout(w, true, o[w].data(), back[w].data(), s), zvpStsNoErr);
+            ASSERT_EQ(Ty::layout(1, true, back[2].data(), back[2].data(), s), zvpStsNoErr);  // in place
+            std::vector<T> pmBack(x.size());
+            ASSERT_EQ(Ty::layout(2, true, pm.data(), pmBack.data(), s), zvpStsNoErr);
+            for (const auto* v : {&back[1], &back[2], &pmBack})
+                EXPECT_EQ(std::memcmp(v->data(), back[0].data(), x.size() * sizeof(T)), 0) << L;
+            Ty::release(s);
         }
-    if (L % 2 == 0) {
-        EXPECT_EQ(pk[std::size_t(L) - 1], ccs[std::size_t(L)]);
-        EXPECT_EQ(pm[1], ccs[std::size_t(L)]);
-    }
-    std::vector<T> a(static_cast<std::size_t>(L)), b(static_cast<std::size_t>(L)), c(static_cast<std::size_t>(L));
-    ccs[1] = T(5);  // never read
-    if (L % 2 == 0) ccs[std::size_t(L) + 1] = T(5);
-    ASSERT_EQ(fwd.iccs(ccs.data(), a.data(), s), zvpStsNoErr);
-    ASSERT_EQ(fwd.ipack(pk.data(), b.data(), s), zvpStsNoErr);
-    ASSERT_EQ(fwd.iperm(pm.data(), c.data(), s), zvpStsNoErr);
-    EXPECT_EQ(std::memcmp(a.data(), b.data(), a.size() * sizeof(T)), 0) << L;
-    EXPECT_EQ(std::memcmp(a.data(), c.data(), a.size() * sizeof(T)), 0) << L;
-    // in place: the Pack and Perm forms may share source and destination
-    std::vector<T> w(x);
-    ASSERT_EQ(fwd.pack(w.data(), w.data(), s), zvpStsNoErr);
-    EXPECT_EQ(std::memcmp(w.data(), pk.data(), w.size() * sizeof(T)), 0) << L;
-    ASSERT_EQ(fwd.ipack(w.data(), w.data(), s), zvpStsNoErr);
-    EXPECT_EQ(std::memcmp(w.data(), b.data(), w.size() * sizeof(T)), 0) << L;
-    fwd.release(s);
-}
-
-struct Real32 {
-    ZvpStatus initAlloc(ZvpsDFTSpec_R_32f** s, int L) { return zvpsDFTInitAlloc_R_32f(s, L, 2, zvpAlgHintNone); }
-    ZvpStatus ccs(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTFwd_RToCCS_32f(x, y, s, nullptr); }
-    ZvpStatus pack(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTFwd_RToPack_32f(x, y, s, nullptr); }
-    ZvpStatus perm(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTFwd_RToPerm_32f(x, y, s, nullptr); }
-    ZvpStatus iccs(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTInv_CCSToR_32f(x, y, s, nullptr); }
-    ZvpStatus ipack(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTInv_PackToR_32f(x, y, s, nullptr); }
-    ZvpStatus iperm(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTInv_PermToR_32f(x, y, s, nullptr); }
-    void release(ZvpsDFTSpec_R_32f* s) { zvpsDFTFree_R_32f(s); }
-};
-struct Real64 {
-    ZvpStatus initAlloc(ZvpsDFTSpec_R_64f** s, int L) { return zvpsDFTInitAlloc_R_64f(s, L, 2, zvpAlgHintNone); }
-    ZvpStatus ccs(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTFwd_RToCCS_64f(x, y, s, nullptr); }
-    ZvpStatus pack(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTFwd_RToPack_64f(x, y, s, nullptr); }
-    ZvpStatus perm(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTFwd_RToPerm_64f(x, y, s, nullptr); }
-    ZvpStatus iccs(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTInv_CCSToR_64f(x, y, s, nullptr); }
-    ZvpStatus ipack(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTInv_PackToR_64f(x, y, s, nullptr); }
-    ZvpStatus iperm(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTInv_PermToR_64f(x, y, s, nullptr); }
-    void release(ZvpsDFTSpec_R_64f* s) { zvpsDFTFree_R_64f(s); }
-};
-
-TEST(DftReal, LayoutsHoldTheSameValues) {
-    for (int L : {1, 2, 3, 8, 15, 16, 17, 18, 53, 64, 96, 298, 1000}) {
-        layouts<float, ZvpsDFTSpec_R_32f>(L, Real32{});
-        layouts<double, ZvpsDFTSpec_R_64f>(L, Real64{});
     }
 }
 
