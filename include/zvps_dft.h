@@ -17,9 +17,10 @@
  * needs (its pMemInit; may be discarded once Init returns) and the work
  * bytes of each transform. Checks, in this order: an output location null
  * (zvpStsNullPtrErr, -8); length below 1 (zvpStsSizeErr, -6); a flag other
- * than 1, 2, 4, 8 (zvpStsFftFlagErr, -16); a length above 134217727, or a
- * length of 67108864 or more that has no suitable factorisation (-6). The
- * hint is stored and not acted on. Nothing is written on error.
+ * than 1, 2, 4, 8 (zvpStsFftFlagErr, -16); a length above 134217727 that
+ * is not a power of two, a length of 67108864 or more that has no suitable
+ * factorisation, or sizes that do not fit in an int (-6). The hint is stored
+ * and not acted on. Nothing is written on error.
  *
  * The method follows from the length: up to 16, dedicated kernels with no
  * tables and no work memory; a power of two, the FFT (results equal the
@@ -29,7 +30,8 @@
  * direct evaluation from a table of roots; the rest, a chirp convolution
  * through an inner transform of a length M = 2^a 3^b 5^c at least 2L - 1.
  * The record starts with a 576-byte fixed part; every positive size has 64
- * bytes of alignment slack added.
+ * bytes of alignment slack added. Results equal the definition within
+ * rounding: relative RMS error within 9 u log2 L (u the unit roundoff).
  *
  * Init(length, flag, hint, pDFTSpec, pMemInit) builds the record at the next
  * 64-byte boundary of pDFTSpec (any alignment) using pMemInit as scratch

@@ -84,7 +84,8 @@ ZvpStatus query(Kind kind, bool dbl, std::int64_t L, int flag, Plan& p) {
     } else if (isPow2(L)) {
         p.method = kFft;
         int s = 0, i = 0, w = 0;
-        ZVP_RETURN_IF_ERROR(fftSizes(kind, dbl, log2Of(L), flag, &s, &i, &w));
+        // beyond the FFT's largest order the length is simply too long
+        if (fftSizes(kind, dbl, log2Of(L), flag, &s, &i, &w) < 0) return zvpStsSizeErr;
         p.spec += up64(s);
         p.init += up64(i);
         p.work += up64(w);

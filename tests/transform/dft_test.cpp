@@ -504,6 +504,7 @@ TYPED_TEST(Dft, SizeQueryChecksInOrderAndWritesNothing) {
         {false, 134217729, 8, zvpStsSizeErr},
         {false, big, 8, zvpStsSizeErr},           // unsuitable and too long for the chirp
         {false, INT32_MAX, 8, zvpStsSizeErr},
+        {false, 1 << 30, 8, zvpStsSizeErr},       // a power of two beyond every FFT
     };
     for (const auto& c : cases) {
         int a = -1, b = -1, w = -1;
