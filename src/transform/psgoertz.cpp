@@ -42,7 +42,9 @@ inline Cx operator*(Cx a, Cx b) { return {a.re * b.re - a.im * b.im, a.re * b.im
 inline Cx operator+(Cx a, Cx b) { return {a.re + b.re, a.im + b.im}; }
 
 // cos(pi b) and sin(pi b) for |b| <= 1/4 by their Taylor series (the first
-// omitted terms are below 2^-57), from the SSE arithmetic alone.
+// omitted terms are below 2^-57). SSE arithmetic alone, so under the integer
+// forms' guard the results cannot depend on how the platform's libm treats
+// the caller's x87 or SSE rounding mode, and both targets agree.
 void sinCosPiSmall(double b, double& c, double& s) {
     constexpr double kPi = 3.141592653589793238;
     const double t = kPi * b, t2 = t * t;
