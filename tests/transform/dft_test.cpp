@@ -10,7 +10,9 @@
 #include <complex>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <random>
+#include <type_traits>
 #include <vector>
 
 #include "alloc_count.h"
@@ -109,6 +111,7 @@ enum class Form { Inter, Split, Real, OutOrd };
 
 struct C32fc {
     using T = float;
+    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_C_32fc(o, 8, zvpAlgHintNone, a, b, c); }
     using Spec = ZvpsDFTSpec_C_32fc;
     static constexpr Form form = Form::Inter;
     ZVP_SPEC_API(C_32fc)
@@ -120,6 +123,7 @@ struct C32fc {
 };
 struct C64fc {
     using T = double;
+    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_C_64fc(o, 8, zvpAlgHintNone, a, b, c); }
     using Spec = ZvpsDFTSpec_C_64fc;
     static constexpr Form form = Form::Inter;
     ZVP_SPEC_API(C_64fc)
@@ -150,6 +154,7 @@ ZvpStatus runSplit(const T* x, T* y, int n, F call) {
 }
 struct C32f {
     using T = float;
+    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_C_32f(o, 8, zvpAlgHintNone, a, b, c); }
     using Spec = ZvpsDFTSpec_C_32f;
     static constexpr Form form = Form::Split;
     ZVP_SPEC_API(C_32f)
@@ -161,6 +166,7 @@ struct C32f {
 };
 struct C64f {
     using T = double;
+    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_C_64f(o, 8, zvpAlgHintNone, a, b, c); }
     using Spec = ZvpsDFTSpec_C_64f;
     static constexpr Form form = Form::Split;
     ZVP_SPEC_API(C_64f)
@@ -172,6 +178,7 @@ struct C64f {
 };
 struct R32f {
     using T = float;
+    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_R_32f(o, 8, zvpAlgHintNone, a, b, c); }
     using Spec = ZvpsDFTSpec_R_32f;
     static constexpr Form form = Form::Real;
     ZVP_SPEC_API(R_32f)
@@ -181,6 +188,7 @@ struct R32f {
 };
 struct R64f {
     using T = double;
+    static ZvpStatus fftSize(int o, int* a, int* b, int* c) { return zvpsFFTGetSize_R_64f(o, 8, zvpAlgHintNone, a, b, c); }
     using Spec = ZvpsDFTSpec_R_64f;
     static constexpr Form form = Form::Real;
     ZVP_SPEC_API(R_64f)
@@ -362,6 +370,463 @@ TYPED_TEST(Dft, FlagsScaleTheRightDirection) {
             EXPECT_LE(relErr(unpack<Ty>(z.data(), L, false), wantZ), 2 * bound<T>(L)) << L << " flag " << c.flag;
         }
     }
+}
+
+// ---- Size query ----------------------------------------------------------------
+
+struct Sz {
+    std::int64_t spec = 0, init = 0, work = 0;
+};
+std::int64_t r64(std::int64_t v) { return (v + 63) / 64 * 64; }
+
+// The factor list restated from its rule; empty when the length is unsuitable.
+std::vector<int> expectedFactors(std::int64_t L) {
+    std::int64_t u = L;
+    int fours = 0;
+    while (u % 4 == 0) u /= 4, ++fours;
+    std::vector<int> f;
+    if (u % 2 == 0) u /= 2, f.push_back(2);
+    f.insert(f.end(), std::size_t(fours), 4);
+    auto add = [&f](std::int64_t p) {
+        if (p == 3 && f == std::vector<int>{2}) f[0] = 6;
+        else f.push_back(int(p));
+    };
+    for (std::int64_t p = 3; u > 8 && p * p <= u;) {
+        if (u % p == 0) {
+            add(p);
+            u /= p;
+        } else if ((p += 2) > 50) {
+            return {};
+        }
+    }
+    if (f.empty() || u > (L % 4 == 0 ? 150 : 50)) return {};
+    add(u);
+    return f;
+}
+
+// The three sizes for a length: the reference rule with E-byte samples (8
+// single, 16 double), the split and real kinds adding one staging vector.
+template <class Ty>
+Sz expectedSizes(std::int64_t L) {
+    const std::int64_t E = 2 * sizeof(typename Ty::T);
+    Sz z;
+    z.spec = 576;
+    if (L > 16 && (L & (L - 1)) == 0) {
+        int a, b, c, m = 0;
+        while ((std::int64_t(1) << m) < L) ++m;
+        EXPECT_EQ(Ty::fftSize(m, &a, &b, &c), zvpStsNoErr);
+        z.spec += r64(a), z.init += r64(b), z.work += r64(c);
+    } else if (L > 16 && Ty::form == Form::Real && L % 2 == 0) {
+        // real, even: a complex record of L/2 points, the L/2 roots of L,
+        // and L/2 + 1 staged values
+        const Sz in = sizeof(typename Ty::T) == 4 ? expectedSizes<C32fc>(L / 2) : expectedSizes<C64fc>(L / 2);
+        z.spec += r64(in.spec) + r64(E * (L / 2));
+        z.init += r64(in.init);
+        z.work += r64(in.work) + r64(E * (L / 2 + 1));
+    } else if (L > 16) {
+        z.init += r64(E * L);
+        const auto f = expectedFactors(L);
+        if (!f.empty()) {
+            std::int64_t sum = 0;
+            for (int p : f) sum += p;
+            z.spec += r64(E * (L + sum));
+            z.work += r64(2 * E * L);
+        } else if (L <= 50) {
+            z.spec += r64(E * L);
+            z.work += r64(E * L);
+        } else {
+            const std::int64_t tbl[] = {128,  144,  160,  192,  200,  256,  288,  320,  384,  400,  512,
+                                        576,  640,  768,  800,  1024, 1152, 1280, 1536, 1600, 2048, 2304,
+                                        2560, 3072, 3200, 4096, 4608, 5120, 6144, 6400, 8192};
+            std::int64_t M = 1;
+            if (2 * L - 1 > 8192)
+                while (M < 2 * L - 1) M *= 2;
+            else
+                M = *std::find_if(std::begin(tbl), std::end(tbl), [&](std::int64_t m) { return m >= 2 * L - 1; });
+            const Sz in = sizeof(typename Ty::T) == 4 ? expectedSizes<C32fc>(M) : expectedSizes<C64fc>(M);
+            const std::int64_t w = r64(in.work), s = w + E * M + 64;
+            z.spec += r64(E * M) + r64(E * L) + r64(in.spec);
+            z.init += r64(E / 4 * L) + r64(in.init) + r64(s);
+            z.work += w + r64(s);
+        }
+        if (Ty::form != Form::Inter) z.work += r64(E * L);
+    }
+    for (auto* v : {&z.spec, &z.init, &z.work})
+        if (*v > 0) *v += 64;
+    return z;
+}
+
+TYPED_TEST(Dft, SizeQueryFollowsTheRule) {
+    using Ty = TypeParam;
+    const int step = std::is_same_v<Ty, C32fc> ? 1 : 37;
+    for (std::int64_t L = 1; L <= 20000; L += step) {
+        int a = -1, b = -1, c = -1;
+        ASSERT_EQ(Ty::getSize(int(L), L % 4 == 1 ? 1 : 8, &a, &b, &c), zvpStsNoErr);
+        const Sz z = expectedSizes<Ty>(L);
+        ASSERT_EQ(a, z.spec) << L;
+        ASSERT_EQ(b, z.init) << L;
+        ASSERT_EQ(c, z.work) << L;
+        // the work size of a built record is what the query reported
+        if (L % 97 == 0 || L < 70) {
+            typename Ty::Spec* s = nullptr;
+            ASSERT_EQ(Ty::initAlloc(&s, int(L), 2), zvpStsNoErr);
+            int w = -1;
+            EXPECT_EQ(Ty::bufSize(s, &w), zvpStsNoErr);
+            EXPECT_EQ(w, c) << L;
+            EXPECT_EQ(Ty::release(s), zvpStsNoErr);
+        }
+    }
+}
+
+TEST(DftSizes, WorkedExamples) {
+    EXPECT_EQ(expectedFactors(18), (std::vector<int>{6, 3}));
+    EXPECT_EQ(expectedFactors(96), (std::vector<int>{2, 4, 4, 3}));
+    EXPECT_EQ(expectedFactors(596), (std::vector<int>{4, 149}));
+    EXPECT_TRUE(expectedFactors(298).empty());
+    EXPECT_TRUE(expectedFactors(17).empty());
+    EXPECT_TRUE(expectedFactors(4097).empty());
+    // 17: direct, table and work of 17 samples; 53: chirp with M = 128
+    int a, b, c;
+    ASSERT_EQ(zvpsDFTGetSize_C_32fc(17, 8, zvpAlgHintNone, &a, &b, &c), zvpStsNoErr);
+    EXPECT_EQ(a, 576 + 192 + 64);
+    EXPECT_EQ(b, 192 + 64);
+    EXPECT_EQ(c, 192 + 64);
+    int ia, ib, ic;
+    ASSERT_EQ(zvpsDFTGetSize_C_32fc(128, 8, zvpAlgHintNone, &ia, &ib, &ic), zvpStsNoErr);
+    ASSERT_EQ(zvpsDFTGetSize_C_32fc(53, 8, zvpAlgHintNone, &a, &b, &c), zvpStsNoErr);
+    EXPECT_EQ(a, 576 + 1024 + 448 + r64(ia) + 64);
+    // 1024: the FFT's sizes, each rounded to 64, on top of the fixed part
+    ASSERT_EQ(zvpsFFTGetSize_C_32fc(10, 8, zvpAlgHintNone, &ia, &ib, &ic), zvpStsNoErr);
+    ASSERT_EQ(zvpsDFTGetSize_C_32fc(1024, 8, zvpAlgHintNone, &a, &b, &c), zvpStsNoErr);
+    EXPECT_EQ(a, 576 + r64(ia) + 64);
+    EXPECT_EQ(c, r64(ic) + 64);
+}
+
+// ---- Errors ------------------------------------------------------------------------
+
+std::int64_t primeAbove(std::int64_t v) {
+    for (;; ++v) {
+        bool prime = v % 2 != 0;
+        for (std::int64_t d = 3; prime && d * d <= v; d += 2) prime = v % d != 0;
+        if (prime) return v;
+    }
+}
+
+TYPED_TEST(Dft, SizeQueryChecksInOrderAndWritesNothing) {
+    using Ty = TypeParam;
+    const int big = int(primeAbove(std::int64_t(1) << 26));
+    const struct {
+        bool nullOut;
+        int L, flag;
+        ZvpStatus want;
+    } cases[] = {
+        {true, 0, 3, zvpStsNullPtrErr},           // pointers before everything
+        {false, 0, 3, zvpStsSizeErr},             // length below 1 before the flag
+        {false, -5, 8, zvpStsSizeErr},
+        {false, 5, 0, zvpStsFftFlagErr},
+        {false, 5, 3, zvpStsFftFlagErr},
+        {false, 5, 16, zvpStsFftFlagErr},
+        {false, 134217729, 3, zvpStsFftFlagErr},  // the flag before the upper limit
+        {false, 134217729, 8, zvpStsSizeErr},
+        {false, big, 8, zvpStsSizeErr},           // unsuitable and too long for the chirp
+        {false, INT32_MAX, 8, zvpStsSizeErr},
+    };
+    for (const auto& c : cases) {
+        int a = -1, b = -1, w = -1;
+        EXPECT_EQ(Ty::getSize(c.L, c.flag, c.nullOut ? nullptr : &a, &b, &w), c.want) << c.L << " " << c.flag;
+        EXPECT_EQ(a + b + w, -3);
+        GuardedBuffer mem(4096);
+        if (!c.nullOut) {
+            auto* spec = reinterpret_cast<typename Ty::Spec*>(mem.data());
+            EXPECT_EQ(Ty::init(c.L, c.flag, spec, mem.data()), c.want);
+        }
+        EXPECT_TRUE(mem.untouched()) << c.L;
+        typename Ty::Spec* s = nullptr;
+        EXPECT_EQ(Ty::initAlloc(c.nullOut ? nullptr : &s, c.L, c.flag), c.want);
+        EXPECT_EQ(s, nullptr);
+    }
+    // Init: the record memory first, then the query's checks, then the scratch
+    GuardedBuffer mem(8192);
+    EXPECT_EQ(Ty::init(0, 3, nullptr, nullptr), zvpStsNullPtrErr);
+    EXPECT_EQ(Ty::init(53, 8, reinterpret_cast<typename Ty::Spec*>(mem.data()), nullptr), zvpStsNullPtrErr);
+    EXPECT_TRUE(mem.untouched());
+    // the largest power of two takes the FFT and is accepted by the query
+    int a = 0, b = 0, w = 0;
+    EXPECT_EQ(Ty::getSize(1 << 20, 8, &a, &b, &w), zvpStsNoErr);
+}
+
+TYPED_TEST(Dft, TransformChecksRecordThenDataAndWritesNothing) {
+    using Ty = TypeParam;
+    using T = typename Ty::T;
+    using Other = std::conditional_t<std::is_same_v<Ty, C32fc>, C64fc, C32fc>;
+    for (std::int64_t L : {7, 16, 17, 53, 64, 96}) {
+        Built<Ty> b(L, 8);
+        Built<Other> o(L, 8);
+        std::vector<T> x(valuesOf<Ty>(L, true) + 2, T(1));
+        auto* wrong = reinterpret_cast<const typename Ty::Spec*>(o.spec);
+        const struct {
+            const typename Ty::Spec* spec;
+            bool nullSrc, nullDst;
+            ZvpStatus want;
+        } cases[] = {
+            {nullptr, true, true, zvpStsNullPtrErr},
+            {wrong, true, true, zvpStsContextMatchErr},
+            {b.spec, true, false, zvpStsNullPtrErr},
+            {b.spec, false, true, zvpStsNullPtrErr},
+        };
+        for (bool inv : {false, true})
+            for (const auto& c : cases) {
+                GuardedBuffer dst(valuesOf<Ty>(L, true) * sizeof(T));
+                T* d = c.nullDst ? nullptr : dst.as<T>();
+                EXPECT_EQ(Ty::run(inv, c.nullSrc ? nullptr : x.data(), d, int(L), c.spec, b.buf()), c.want) << L;
+                EXPECT_TRUE(dst.untouched()) << L;
+            }
+        int bs = -1;
+        EXPECT_EQ(Ty::bufSize(wrong, &bs), zvpStsContextMatchErr);
+        EXPECT_EQ(Ty::bufSize(b.spec, nullptr), zvpStsNullPtrErr);
+        EXPECT_EQ(Ty::bufSize(nullptr, &bs), zvpStsNullPtrErr);
+        EXPECT_EQ(Ty::release(nullptr), zvpStsNullPtrErr);
+        EXPECT_EQ(Ty::release(reinterpret_cast<typename Ty::Spec*>(o.spec)), zvpStsContextMatchErr);
+        EXPECT_EQ(bs, -1);
+        // a record built in caller memory may be released too; then it is refused
+        EXPECT_EQ(Ty::release(b.spec), zvpStsNoErr);
+        EXPECT_EQ(Ty::release(b.spec), zvpStsContextMatchErr);
+        GuardedBuffer dst(valuesOf<Ty>(L, true) * sizeof(T));
+        EXPECT_EQ(Ty::run(false, x.data(), dst.as<T>(), int(L), b.spec, b.buf()), zvpStsContextMatchErr);
+        EXPECT_TRUE(dst.untouched());
+    }
+}
+
+// Every allocation of InitAlloc and of a transform without work memory may
+// fail: the call reports it, keeps nothing and writes nothing.
+TYPED_TEST(Dft, AllocationFailureAtEveryCall) {
+    using Ty = TypeParam;
+    using T = typename Ty::T;
+    for (std::int64_t L : {5, 17, 53, 96, 1024, 4096, 4097}) {
+        int k = 1;
+        for (;; ++k) {
+            typename Ty::Spec* s = nullptr;
+            alloc::reset(k);
+            const ZvpStatus st = Ty::initAlloc(&s, int(L), 4);
+            const int calls = alloc::calls;
+            if (st == zvpStsNoErr) {
+                EXPECT_LT(calls, k) << L;
+                const auto x = pack<Ty>(signal(L, 5, Ty::form == Form::Real), false);
+                GuardedBuffer dst(valuesOf<Ty>(L, true) * sizeof(T));
+                alloc::calls = 0;  // keep the live count of the record
+                alloc::failAt = 1;
+                const ZvpStatus ts = Ty::run(false, x.data(), dst.as<T>(), int(L), s, nullptr);
+                if (alloc::calls > 0) {
+                    EXPECT_EQ(ts, zvpStsMemAllocErr) << L;
+                    EXPECT_TRUE(dst.untouched()) << L;
+                } else {
+                    EXPECT_EQ(ts, zvpStsNoErr) << L;
+                }
+                alloc::failAt = 0;
+                EXPECT_EQ(Ty::release(s), zvpStsNoErr);
+                EXPECT_EQ(alloc::live, 0) << L;
+                break;
+            }
+            EXPECT_EQ(st, zvpStsMemAllocErr) << L << " call " << k;
+            EXPECT_EQ(s, nullptr);
+            EXPECT_EQ(alloc::live, 0) << L << " call " << k;
+            ASSERT_LT(k, 10) << L;
+        }
+        EXPECT_GE(k, 2) << L;  // the record's block at least
+    }
+    alloc::reset(0);
+}
+
+// The power-of-two lengths give exactly the FFT's results.
+TEST(DftFft, PowerOfTwoEqualsTheFft) {
+    const int L = 1024;
+    const auto x = pack<C32fc>(signal(L, 9, false), false);
+    for (int flag : {1, 2, 4, 8}) {
+        ZvpsDFTSpec_C_32fc* d = nullptr;
+        ZvpsFFTSpec_C_32fc* f = nullptr;
+        ASSERT_EQ(zvpsDFTInitAlloc_C_32fc(&d, L, flag, zvpAlgHintNone), zvpStsNoErr);
+        ASSERT_EQ(zvpsFFTInitAlloc_C_32fc(&f, 10, flag, zvpAlgHintNone), zvpStsNoErr);
+        std::vector<Zvp32fc> a(L), b(L), c(L), e(L);
+        const auto* src = reinterpret_cast<const Zvp32fc*>(x.data());
+        EXPECT_EQ(zvpsDFTFwd_CToC_32fc(src, a.data(), d, nullptr), zvpStsNoErr);
+        EXPECT_EQ(zvpsFFTFwd_CToC_32fc(src, b.data(), f, nullptr), zvpStsNoErr);
+        EXPECT_EQ(zvpsDFTInv_CToC_32fc(src, c.data(), d, nullptr), zvpStsNoErr);
+        EXPECT_EQ(zvpsFFTInv_CToC_32fc(src, e.data(), f, nullptr), zvpStsNoErr);
+        EXPECT_EQ(std::memcmp(a.data(), b.data(), sizeof(Zvp32fc) * L), 0) << flag;
+        EXPECT_EQ(std::memcmp(c.data(), e.data(), sizeof(Zvp32fc) * L), 0) << flag;
+        zvpsDFTFree_C_32fc(d);
+        zvpsFFTFree_C_32fc(f);
+    }
+}
+
+// ---- Methods against each other ------------------------------------------------------
+//
+// A length that takes one method against a multiple that takes the mixed
+// radix: x stretched by q (x[n] at n q, zeros between) has the spectrum
+// X[k mod L] at q L points, so both results must agree within their bounds.
+TEST(DftMethods, AgreeThroughStretchedInputs) {
+    const struct {
+        int L, q;
+        const char* what;
+    } cases[] = {
+        {13, 4, "small vs mixed radix"},    {17, 4, "direct vs mixed radix"},
+        {47, 3, "direct vs mixed radix"},   {53, 4, "chirp vs mixed radix"},
+        {149, 4, "chirp vs mixed radix"},   {1024, 3, "FFT vs mixed radix"},
+        {4097, 2, "chirp vs chirp of another inner length"},
+    };
+    for (const auto& c : cases) {
+        const int Q = c.L * c.q;
+        const auto x = signal(c.L, 11, false);
+        std::vector<Zvp32fc> a(static_cast<std::size_t>(c.L)), sq(static_cast<std::size_t>(Q)), A(static_cast<std::size_t>(c.L)), B(static_cast<std::size_t>(Q));
+        for (int n = 0; n < c.L; ++n) {
+            a[std::size_t(n)] = {float(x[std::size_t(n)].real()), float(x[std::size_t(n)].imag())};
+            sq[std::size_t(n) * std::size_t(c.q)] = a[std::size_t(n)];
+        }
+        ZvpsDFTSpec_C_32fc *s1 = nullptr, *s2 = nullptr;
+        ASSERT_EQ(zvpsDFTInitAlloc_C_32fc(&s1, c.L, 8, zvpAlgHintNone), zvpStsNoErr);
+        ASSERT_EQ(zvpsDFTInitAlloc_C_32fc(&s2, Q, 8, zvpAlgHintNone), zvpStsNoErr);
+        ASSERT_EQ(zvpsDFTFwd_CToC_32fc(a.data(), A.data(), s1, nullptr), zvpStsNoErr);
+        ASSERT_EQ(zvpsDFTFwd_CToC_32fc(sq.data(), B.data(), s2, nullptr), zvpStsNoErr);
+        std::vector<cld> got(static_cast<std::size_t>(Q)), want(static_cast<std::size_t>(Q));
+        for (int k = 0; k < Q; ++k) {
+            got[std::size_t(k)] = {B[std::size_t(k)].re, B[std::size_t(k)].im};
+            want[std::size_t(k)] = {A[std::size_t(k % c.L)].re, A[std::size_t(k % c.L)].im};
+        }
+        EXPECT_LE(relErr(got, want), bound<float>(c.L) + bound<float>(Q)) << c.L << " " << c.what;
+        zvpsDFTFree_C_32fc(s1);
+        zvpsDFTFree_C_32fc(s2);
+    }
+}
+
+// ---- Real layouts ----------------------------------------------------------------
+
+// Pack and Perm carry the CCS values at their places, bit for bit, and their
+// inverses give the CCS inverse's bits; the inverses read only those places.
+template <class T, class Spec, class F>
+void layouts(int L, F fwd) {
+    std::vector<T> x(static_cast<std::size_t>(L)), ccs(std::size_t(L) + 2), pk(static_cast<std::size_t>(L)), pm(static_cast<std::size_t>(L));
+    std::mt19937 rng{static_cast<unsigned>(L)};
+    std::uniform_real_distribution<float> u(-1, 1);
+    for (auto& v : x) v = T(u(rng));
+    Spec* s = nullptr;
+    ASSERT_EQ(fwd.initAlloc(&s, L), zvpStsNoErr);
+    ASSERT_EQ(fwd.ccs(x.data(), ccs.data(), s), zvpStsNoErr);
+    ASSERT_EQ(fwd.pack(x.data(), pk.data(), s), zvpStsNoErr);
+    ASSERT_EQ(fwd.perm(x.data(), pm.data(), s), zvpStsNoErr);
+    EXPECT_EQ(ccs[1], T(0));
+    if (L % 2 == 0) {
+        EXPECT_EQ(ccs[std::size_t(L) + 1], T(0));
+    }
+    EXPECT_EQ(pk[0], ccs[0]);
+    EXPECT_EQ(pm[0], ccs[0]);
+    for (int k = 1; 2 * k < L; ++k)
+        for (int part = 0; part < 2; ++part) {
+            const T want = ccs[std::size_t(2 * k + part)];
+            EXPECT_EQ(pk[std::size_t(2 * k - 1 + part)], want) << L;
+            EXPECT_EQ(pm[std::size_t(L % 2 ? 2 * k - 1 + part : 2 * k + part)], want) << L;
+        }
+    if (L % 2 == 0) {
+        EXPECT_EQ(pk[std::size_t(L) - 1], ccs[std::size_t(L)]);
+        EXPECT_EQ(pm[1], ccs[std::size_t(L)]);
+    }
+    std::vector<T> a(static_cast<std::size_t>(L)), b(static_cast<std::size_t>(L)), c(static_cast<std::size_t>(L));
+    ccs[1] = T(5);  // never read
+    if (L % 2 == 0) ccs[std::size_t(L) + 1] = T(5);
+    ASSERT_EQ(fwd.iccs(ccs.data(), a.data(), s), zvpStsNoErr);
+    ASSERT_EQ(fwd.ipack(pk.data(), b.data(), s), zvpStsNoErr);
+    ASSERT_EQ(fwd.iperm(pm.data(), c.data(), s), zvpStsNoErr);
+    EXPECT_EQ(std::memcmp(a.data(), b.data(), a.size() * sizeof(T)), 0) << L;
+    EXPECT_EQ(std::memcmp(a.data(), c.data(), a.size() * sizeof(T)), 0) << L;
+    // in place: the Pack and Perm forms may share source and destination
+    std::vector<T> w(x);
+    ASSERT_EQ(fwd.pack(w.data(), w.data(), s), zvpStsNoErr);
+    EXPECT_EQ(std::memcmp(w.data(), pk.data(), w.size() * sizeof(T)), 0) << L;
+    ASSERT_EQ(fwd.ipack(w.data(), w.data(), s), zvpStsNoErr);
+    EXPECT_EQ(std::memcmp(w.data(), b.data(), w.size() * sizeof(T)), 0) << L;
+    fwd.release(s);
+}
+
+struct Real32 {
+    ZvpStatus initAlloc(ZvpsDFTSpec_R_32f** s, int L) { return zvpsDFTInitAlloc_R_32f(s, L, 2, zvpAlgHintNone); }
+    ZvpStatus ccs(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTFwd_RToCCS_32f(x, y, s, nullptr); }
+    ZvpStatus pack(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTFwd_RToPack_32f(x, y, s, nullptr); }
+    ZvpStatus perm(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTFwd_RToPerm_32f(x, y, s, nullptr); }
+    ZvpStatus iccs(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTInv_CCSToR_32f(x, y, s, nullptr); }
+    ZvpStatus ipack(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTInv_PackToR_32f(x, y, s, nullptr); }
+    ZvpStatus iperm(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTInv_PermToR_32f(x, y, s, nullptr); }
+    void release(ZvpsDFTSpec_R_32f* s) { zvpsDFTFree_R_32f(s); }
+};
+struct Real64 {
+    ZvpStatus initAlloc(ZvpsDFTSpec_R_64f** s, int L) { return zvpsDFTInitAlloc_R_64f(s, L, 2, zvpAlgHintNone); }
+    ZvpStatus ccs(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTFwd_RToCCS_64f(x, y, s, nullptr); }
+    ZvpStatus pack(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTFwd_RToPack_64f(x, y, s, nullptr); }
+    ZvpStatus perm(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTFwd_RToPerm_64f(x, y, s, nullptr); }
+    ZvpStatus iccs(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTInv_CCSToR_64f(x, y, s, nullptr); }
+    ZvpStatus ipack(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTInv_PackToR_64f(x, y, s, nullptr); }
+    ZvpStatus iperm(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTInv_PermToR_64f(x, y, s, nullptr); }
+    void release(ZvpsDFTSpec_R_64f* s) { zvpsDFTFree_R_64f(s); }
+};
+
+TEST(DftReal, LayoutsHoldTheSameValues) {
+    for (int L : {1, 2, 3, 8, 15, 16, 17, 18, 53, 64, 96, 298, 1000}) {
+        layouts<float, ZvpsDFTSpec_R_32f>(L, Real32{});
+        layouts<double, ZvpsDFTSpec_R_64f>(L, Real64{});
+    }
+}
+
+// ---- Out-of-order records --------------------------------------------------------
+//
+// The stages sort themselves, so the order they produce is the natural one:
+// permuted back (the identity) the spectrum is the ordered DFT, bit for bit.
+template <class T, class C, class OSpec, class Spec>
+void outOfOrder(ZvpStatus (*oalloc)(OSpec**, int, int, ZvpHintAlgorithm), ZvpStatus (*ofree)(OSpec*),
+                ZvpStatus (*obuf)(const OSpec*, int*),
+                ZvpStatus (*ofwd)(const C*, C*, const OSpec*, Zvp8u*), ZvpStatus (*oinv)(const C*, C*, const OSpec*, Zvp8u*),
+                ZvpStatus (*alloc)(Spec**, int, int, ZvpHintAlgorithm), ZvpStatus (*fwd)(const C*, C*, const Spec*, Zvp8u*),
+                ZvpStatus (*release)(Spec*)) {
+    for (int L : {1, 5, 12, 17, 53, 64, 96, 298, 596, 1024, 4097}) {
+        OSpec* o = nullptr;
+        Spec* s = nullptr;
+        ASSERT_EQ(oalloc(&o, L, 8, zvpAlgHintNone), zvpStsNoErr);
+        ASSERT_EQ(alloc(&s, L, 8, zvpAlgHintNone), zvpStsNoErr);
+        const auto xv = signal(L, 13, false);
+        std::vector<C> x(static_cast<std::size_t>(L)), y(static_cast<std::size_t>(L)), z(static_cast<std::size_t>(L)), back(static_cast<std::size_t>(L));
+        for (int n = 0; n < L; ++n) x[std::size_t(n)] = {T(xv[std::size_t(n)].real()), T(xv[std::size_t(n)].imag())};
+        int bs = -1;
+        EXPECT_EQ(obuf(o, &bs), zvpStsNoErr);
+        std::vector<Zvp8u> buf(std::size_t(bs) + 1);
+        ASSERT_EQ(ofwd(x.data(), y.data(), o, buf.data()), zvpStsNoErr);
+        ASSERT_EQ(fwd(x.data(), z.data(), s, nullptr), zvpStsNoErr);
+        EXPECT_EQ(std::memcmp(y.data(), z.data(), y.size() * sizeof(C)), 0) << L;
+        ASSERT_EQ(oinv(y.data(), back.data(), o, nullptr), zvpStsNoErr);
+        std::vector<cld> got(static_cast<std::size_t>(L)), want(static_cast<std::size_t>(L));
+        for (int n = 0; n < L; ++n) {
+            got[std::size_t(n)] = {back[std::size_t(n)].re, back[std::size_t(n)].im};
+            want[std::size_t(n)] = xv[std::size_t(n)] * static_cast<long double>(L);
+        }
+        EXPECT_LE(relErr(got, want), 2 * bound<T>(L)) << L;
+        // the two kinds of record do not stand in for each other
+        EXPECT_EQ(ofwd(x.data(), y.data(), reinterpret_cast<const OSpec*>(s), nullptr), zvpStsContextMatchErr);
+        EXPECT_EQ(fwd(x.data(), y.data(), reinterpret_cast<const Spec*>(o), nullptr), zvpStsContextMatchErr);
+        EXPECT_EQ(ofwd(nullptr, y.data(), o, nullptr), zvpStsNullPtrErr);
+        EXPECT_EQ(ofree(o), zvpStsNoErr);
+        release(s);
+    }
+    OSpec* o = nullptr;
+    EXPECT_EQ(oalloc(&o, 0, 8, zvpAlgHintNone), zvpStsSizeErr);
+    EXPECT_EQ(oalloc(&o, 5, 3, zvpAlgHintNone), zvpStsFftFlagErr);
+    EXPECT_EQ(oalloc(nullptr, 5, 8, zvpAlgHintNone), zvpStsNullPtrErr);
+    EXPECT_EQ(o, nullptr);
+    EXPECT_EQ(ofree(nullptr), zvpStsNullPtrErr);
+}
+
+TEST(DftOutOfOrder, PermutedBackIsTheDft) {
+    outOfOrder<float>(zvpsDFTOutOrdInitAlloc_C_32fc, zvpsDFTOutOrdFree_C_32fc, zvpsDFTOutOrdGetBufSize_C_32fc,
+                      zvpsDFTOutOrdFwd_CToC_32fc, zvpsDFTOutOrdInv_CToC_32fc, zvpsDFTInitAlloc_C_32fc,
+                      zvpsDFTFwd_CToC_32fc, zvpsDFTFree_C_32fc);
+    outOfOrder<double>(zvpsDFTOutOrdInitAlloc_C_64fc, zvpsDFTOutOrdFree_C_64fc, zvpsDFTOutOrdGetBufSize_C_64fc,
+                       zvpsDFTOutOrdFwd_CToC_64fc, zvpsDFTOutOrdInv_CToC_64fc, zvpsDFTInitAlloc_C_64fc,
+                       zvpsDFTFwd_CToC_64fc, zvpsDFTFree_C_64fc);
 }
 
 }  // namespace
