@@ -26,6 +26,7 @@
 
 #include "level.h"
 #include "p8/dct.h"
+#include "p8/dft.h"
 #include "p8/fftreal.h"
 #include "zvptypes.h"
 
@@ -207,15 +208,33 @@ struct RealFft<double> {
 };
 
 
-// Until the real DFT of any length is available, the conv method is refused.
+// The real DFT of any length, for the conv method. Its record is built at the
+// memory given and the transforms take that same address.
 template <class T>
-struct RealDft {
-    static ZvpStatus sizes(int, ZvpHintAlgorithm, int*, int*, int*) { return zvpStsSizeErr; }
-    static ZvpStatus init(int, ZvpHintAlgorithm, Zvp8u*, Zvp8u*, Zvp8u**) { return zvpStsSizeErr; }
-    static ZvpStatus fwd(const T*, T*, const Zvp8u*, Zvp8u*) { return zvpStsSizeErr; }
-    static ZvpStatus inv(const T*, T*, const Zvp8u*, Zvp8u*) { return zvpStsSizeErr; }
-    static ZvpStatus release(Zvp8u*) { return zvpStsNoErr; }
-};
+struct RealDft;
+
+#define ZVP_DCT_REAL_DFT(T, TT)                                                                     \
+    template <>                                                                                     \
+    struct RealDft<T> {                                                                             \
+        using Spec = ZvpsDFTSpec_R_##TT;                                                            \
+        static ZvpStatus sizes(int n, ZvpHintAlgorithm h, int* s, int* i, int* w) {                 \
+            return p8::zvpsDFTGetSize_R_##TT(n, ZVP_FFT_NODIV_BY_ANY, h, s, i, w);                  \
+        }                                                                                           \
+        static ZvpStatus init(int n, ZvpHintAlgorithm h, Zvp8u* mem, Zvp8u* initMem, Zvp8u** handle) { \
+            *handle = mem;                                                                          \
+            return p8::zvpsDFTInit_R_##TT(n, ZVP_FFT_NODIV_BY_ANY, h, reinterpret_cast<Spec*>(mem), initMem); \
+        }                                                                                           \
+        static ZvpStatus fwd(const T* s, T* d, const Zvp8u* h, Zvp8u* w) {                          \
+            return p8::zvpsDFTFwd_RToCCS_##TT(s, d, reinterpret_cast<const Spec*>(h), w);           \
+        }                                                                                           \
+        static ZvpStatus inv(const T* s, T* d, const Zvp8u* h, Zvp8u* w) {                          \
+            return p8::zvpsDFTInv_CCSToR_##TT(s, d, reinterpret_cast<const Spec*>(h), w);           \
+        }                                                                                           \
+        static ZvpStatus release(Zvp8u* h) { return p8::zvpsDFTFree_R_##TT(reinterpret_cast<Spec*>(h)); } \
+    };
+ZVP_DCT_REAL_DFT(float, 32f)
+ZVP_DCT_REAL_DFT(double, 64f)
+#undef ZVP_DCT_REAL_DFT
 
 // ---- sizes ----------------------------------------------------------------------
 
