@@ -41,17 +41,18 @@
  * may be one unit off.
  *
  * Sizes (GetSize; the Fwd and Inv queries of one type report the same):
- *   spec: 192 bytes for the small kernels; 192 + 4N elements rounded up to
- *         64 bytes for the direct method; for the FFT and DFT methods 192 +
- *         twice (N/2 + 1) elements rounded up to 64 bytes, plus the spec
- *         size of the inner real transform (unscaled, same hint).
+ *   spec: 192 bytes for the small kernels; 192 + up64(4N elements) for the
+ *         direct method; for the FFT and DFT methods 192 + 2 up64(N/2 + 1
+ *         elements) (the rotation table) plus the spec size of the inner
+ *         real transform (unscaled, same hint); up64(b) is b rounded up to a
+ *         multiple of 64.
  *   init: the inner real transform's init size (0 for the small and direct
  *         methods). It may be discarded once Init returns.
  *   work: 0 for the small kernels; N elements + 64 for the direct method;
- *         for the FFT and DFT methods N and N + 2 elements, each rounded up
- *         to 64 bytes, plus the inner transform's work size, plus 64. The 16s
- *         records add 8N bytes rounded up to 64 (the double-precision copy)
- *         except for the small kernels; their elements are doubles.
+ *         for the FFT and DFT methods up64(N elements) + up64(N + 2
+ *         elements) + the inner transform's work size + 64. The 16s records
+ *         add up64(8N) (the double-precision copy), except for the small
+ *         kernels; their elements are doubles.
  * An element is 4 bytes (32f) or 8 bytes (64f, 16s). A length whose sizes
  * would not fit a signed 32-bit count is refused with zvpStsSizeErr.
  *
