@@ -67,9 +67,12 @@ typedef struct ZvpsDFTSpec_R_64f ZvpsDFTSpec_R_64f;
 typedef struct ZvpsDFTOutOrdSpec_C_32fc ZvpsDFTOutOrdSpec_C_32fc;
 typedef struct ZvpsDFTOutOrdSpec_C_64fc ZvpsDFTOutOrdSpec_C_64fc;
 
-/* Specification records, as described above. The split (32f, 64f) and real
- * records report their own work sizes: they stage data through interleaved
- * complex work memory. */
+/* Specification records, as described above. The split (32f, 64f) records
+ * and the real records of odd length stage their data through interleaved
+ * complex work memory of L samples, which their work size includes. A real
+ * record of even length L above 16 that is not a power of two holds a
+ * complex record of L/2 points (sized by that length's own rule) and the
+ * L/2 roots of L: it transforms x[2n] + i x[2n+1] and recombines. */
 ZvpStatus zvpsDFTGetSize_C_32fc(int length, int flag, ZvpHintAlgorithm hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
 ZvpStatus zvpsDFTInit_C_32fc(int length, int flag, ZvpHintAlgorithm hint, ZvpsDFTSpec_C_32fc* pDFTSpec, Zvp8u* pMemInit);
 ZvpStatus zvpsDFTInitAlloc_C_32fc(ZvpsDFTSpec_C_32fc** ppDFTSpec, int length, int flag, ZvpHintAlgorithm hint);

@@ -32,6 +32,7 @@ enum Method : std::int32_t {
     kPrime = 3,   // mixed radix over the factor list
     kDirect = 4,  // O(L^2) from a table of the L roots
     kConv = 5,    // chirp convolution through an inner DFT of length M
+    kHalf = 6,    // real records of even length: a complex DFT of L/2 points
 };
 
 constexpr int kMaxFactors = 28;
@@ -60,9 +61,13 @@ struct Header {
     std::int32_t convLength; // M of the chirp method
     std::int32_t nFactors;
     std::int32_t factors[kMaxFactors];
-    std::int32_t reserved[3];
+    std::int32_t recOff;     // real records of even length: exp(-2 pi i k / L), k < L/2
+    std::int32_t reserved[2];
     double scale64;          // double-precision scale of the 64-bit types
-    double roots[32];        // small kernels: exp(-2 pi i k / L), k < L <= 16
+    std::int32_t reserved4[2];
+    // small lengths that are not powers of two: the twiddles of their
+    // (at most two) factors, in the record's precision
+    alignas(16) unsigned char small[16 * 16];
 };
 static_assert(sizeof(Header) <= kFixedPart, "the fixed part of the record is 576 bytes");
 

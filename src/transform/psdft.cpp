@@ -5,11 +5,13 @@
 // real kinds stage their data through interleaved work memory, except on the
 // FFT path, where their record embeds an FFT record of their own kind.
 #include <climits>
+#include <cstddef>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 
 #include "check.h"
+#include "dftkernels.h"
 #include "dftspec.h"
 #include "fftsmall.h"
 #include "p8/dft.h"
@@ -86,6 +88,18 @@ ZvpStatus query(Kind kind, bool dbl, std::int64_t L, int flag, Plan& p) {
         p.spec += up64(s);
         p.init += up64(i);
         p.work += up64(w);
+    } else if (kind == Kind::Real && L % 2 == 0 && L <= kMaxLength) {
+        // the L/2 complex values x[2n] + i x[2n+1] through an inner record,
+        // then one recombination step with the roots of L
+        p.method = kHalf;
+        Plan in;
+        ZVP_RETURN_IF_ERROR(query(Kind::Inter, dbl, L / 2, ZVP_FFT_NODIV_BY_ANY, in));
+        p.innerSpec = in.spec;
+        p.innerInit = in.init;
+        p.innerWork = in.work;
+        p.spec += up64(in.spec) + up64(E * (L / 2));
+        p.init += up64(in.init);
+        p.work += up64(in.work) + up64(E * (L / 2 + 1));
     } else {
         if (L > kMaxLength) return zvpStsSizeErr;
         p.init += up64(E * L);  // the L roots of the length
@@ -171,83 +185,28 @@ void scaleBy(Cx<T>* d, std::int64_t n, T s) {
     }
 }
 
-// O(L^2) from a table of the L roots; the result goes through tmp, so the
-// source may equal the destination.
+// O(L^2) from the table of the L roots. The lengths that take it (no
+// factor up to their square root, at most 50) are odd primes, so the sums
+// pair n with L - n like any odd butterfly. All of x is read before y is
+// written, so the source may equal the destination.
 template <class T, bool INV>
-void direct(const Cx<T>* x, Cx<T>* y, std::int64_t L, const Cx<T>* roots, Cx<T>* tmp) {
-    for (std::int64_t k = 0; k < L; ++k) {
-        T re = 0, im = 0;
-        std::int64_t e = 0;
-        for (std::int64_t n = 0; n < L; ++n) {
-            Cx<T> w = roots[e];
-            if (INV) w.im = -w.im;
-            re += x[n].re * w.re - x[n].im * w.im;
-            im += x[n].re * w.im + x[n].im * w.re;
-            e += k;
-            if (e >= L) e -= L;
-        }
-        tmp[k] = {re, im};
-    }
-    for (std::int64_t k = 0; k < L; ++k) y[k] = tmp[k];
+void direct(const Cx<T>* x, Cx<T>* y, std::int64_t L, const Cx<T>* roots) {
+    using V = One<T>;
+    CV<V> v[50];
+    for (std::int64_t n = 0; n < L; ++n) v[n] = ld<V>(&x[n].re);
+    oddDft<V, INV, 0>(v, int(L), &roots->re);
+    for (std::int64_t n = 0; n < L; ++n) st<V>(&y[n].re, v[n]);
 }
 
-// One radix-p butterfly on v (forward: exp(-2 pi i rq / p)).
-template <class T, bool INV>
-void butterfly(Cx<T>* v, int p, const Cx<T>* roots, Cx<T>* tmp) {
-    if (p == 2) {
-        const Cx<T> a = v[0], b = v[1];
-        v[0] = {a.re + b.re, a.im + b.im};
-        v[1] = {a.re - b.re, a.im - b.im};
-        return;
-    }
-    if (p == 4) {
-        const Cx<T> a = v[0], b = v[1], c = v[2], d = v[3];
-        const Cx<T> s0 = {a.re + c.re, a.im + c.im}, d0 = {a.re - c.re, a.im - c.im};
-        const Cx<T> s1 = {b.re + d.re, b.im + d.im}, d1 = {b.re - d.re, b.im - d.im};
-        // forward: X1 = d0 - i d1, X3 = d0 + i d1
-        const Cx<T> md1 = INV ? Cx<T>{-d1.im, d1.re} : Cx<T>{d1.im, -d1.re};  // -+i d1
-        v[0] = {s0.re + s1.re, s0.im + s1.im};
-        v[2] = {s0.re - s1.re, s0.im - s1.im};
-        v[1] = {d0.re + md1.re, d0.im + md1.im};
-        v[3] = {d0.re - md1.re, d0.im - md1.im};
-        return;
-    }
-    for (int q = 0; q < p; ++q) {
-        T re = v[0].re, im = v[0].im;
-        int e = 0;
-        for (int r = 1; r < p; ++r) {
-            e += q;
-            if (e >= p) e -= p;
-            Cx<T> w = roots[e];
-            if (INV) w.im = -w.im;
-            re += v[r].re * w.re - v[r].im * w.im;
-            im += v[r].re * w.im + v[r].im * w.re;
-        }
-        tmp[q] = {re, im};
-    }
-    for (int q = 0; q < p; ++q) v[q] = tmp[q];
+// Whether the butterfly of factor p reads the factor's roots from the table.
+constexpr bool generalFactor(int p) {
+    return !(p == 2 || p == 3 || p == 4 || p == 5 || p == 6 || p == 7 || p == 11 || p == 13);
 }
 
-// One self-sorting stage of the mixed-radix transform: sub-transforms of Ns
-// points are joined p at a time into sub-transforms of Ns p points.
-template <class T, bool INV>
-void stage(const Cx<T>* in, Cx<T>* out, std::int64_t L, int p, std::int64_t Ns,
-           const Cx<T>* tw, const Cx<T>* roots) {
-    const std::int64_t m = L / p;
-    Cx<T> v[150], tmp[150];
-    for (std::int64_t j = 0; j < m; ++j) {
-        const std::int64_t k = j % Ns;
-        for (int r = 0; r < p; ++r) v[r] = in[j + r * m];
-        if (k != 0) {
-            const Cx<T>* t = tw + k * (p - 1);
-            for (int r = 1; r < p; ++r) v[r] = mul(v[r], INV ? conj(t[r - 1]) : t[r - 1]);
-        }
-        butterfly<T, INV>(v, p, roots, tmp);
-        const std::int64_t base = (j - k) * p + k;
-        for (int r = 0; r < p; ++r) out[base + r * Ns] = v[r];
-    }
-}
-
+// The self-sorting stages over the factor list, ping-ponging between the
+// destination and work memory of 2L samples so that the last stage lands in
+// the destination; when the first stage would overwrite its own input (in
+// place, odd number of stages) the input is copied away first.
 template <class T, bool INV>
 void mixedRadix(const Header* h, const Cx<T>* x, Cx<T>* y, Cx<T>* work) {
     const std::int64_t L = h->length;
@@ -255,20 +214,34 @@ void mixedRadix(const Header* h, const Cx<T>* x, Cx<T>* y, Cx<T>* work) {
     Cx<T>* a = work;
     Cx<T>* b = work + L;
     const Cx<T>* in = x;
-    if (x == y && s % 2 == 1) {  // the first stage would write over its input
-        std::memcpy(b, x, sizeof(Cx<T>) * std::size_t(L));
+    if (x == y && s % 2 == 1) {
+        std::memcpy(static_cast<void*>(b), x, sizeof(Cx<T>) * std::size_t(L));
         in = b;
     }
-    const Cx<T>* tab = at<Cx<T>>(h, h->twdOff);
+    const T* tab = at<T>(h, h->twdOff);
     std::int64_t Ns = 1;
     for (int i = 0; i < s; ++i) {
         const int p = h->factors[i];
-        const Cx<T>* tw = tab;
-        const Cx<T>* roots = tab + (p - 1) * Ns;
-        tab = roots + p;
+        const T* tw = tab;
+        const T* roots = tab + 2 * (p - 1) * Ns;
+        tab = roots + (generalFactor(p) ? 2 * p : 0);
         Cx<T>* out = ((s - 1 - i) % 2 == 0) ? y : a;
-        stage<T, INV>(in, out, L, p, Ns, tw, roots);
+        stage<T, INV>(&in->re, &out->re, L, p, Ns, tw, roots);
         in = out;
+        Ns *= p;
+    }
+}
+
+// Twiddle and root tables of the factor list, from the L roots of the length.
+template <class T>
+void buildStages(Cx<T>* t, std::int64_t L, const std::int32_t* f, int nf, const Cx<T>* roots) {
+    std::int64_t Ns = 1;
+    for (int i = 0; i < nf; ++i) {
+        const std::int64_t p = f[i], step = L / (Ns * p);
+        for (std::int64_t r = 1; r < p; ++r)
+            for (std::int64_t k = 0; k < Ns; ++k) *t++ = roots[(r * k * step) % L];
+        if (generalFactor(int(p)))
+            for (std::int64_t r = 0; r < p; ++r) *t++ = roots[r * (L / p)];
         Ns *= p;
     }
 }
@@ -332,10 +305,9 @@ ZvpStatus run(const Header* h, const Cx<T>* x, Cx<T>* y, bool inv, Zvp8u* work) 
                 fft::smallFft<T>(&x->re, &y->re, log2Of(L), inv ? 1 : -1, scaled, scaleOf<T>(h));
                 return zvpStsNoErr;
             }
-            Cx<T> roots[16], tmp[16];
-            for (std::int64_t k = 0; k < L; ++k) roots[k] = {T(h->roots[2 * k]), T(h->roots[2 * k + 1])};
-            if (inv) direct<T, true>(x, y, L, roots, tmp);
-            else direct<T, false>(x, y, L, roots, tmp);
+            Cx<T> tmp[32];
+            if (inv) mixedRadix<T, true>(h, x, y, tmp);
+            else mixedRadix<T, false>(h, x, y, tmp);
             break;
         }
         case kFft:
@@ -345,8 +317,8 @@ ZvpStatus run(const Header* h, const Cx<T>* x, Cx<T>* y, bool inv, Zvp8u* work) 
             else mixedRadix<T, false>(h, x, y, reinterpret_cast<Cx<T>*>(work));
             break;
         case kDirect:
-            if (inv) direct<T, true>(x, y, L, at<Cx<T>>(h, h->dirOff), reinterpret_cast<Cx<T>*>(work));
-            else direct<T, false>(x, y, L, at<Cx<T>>(h, h->dirOff), reinterpret_cast<Cx<T>*>(work));
+            if (inv) direct<T, true>(x, y, L, at<Cx<T>>(h, h->dirOff));
+            else direct<T, false>(x, y, L, at<Cx<T>>(h, h->dirOff));
             break;
         case kConv:
             ZVP_RETURN_IF_ERROR(convolve<T>(h, x, y, inv, work));
@@ -410,10 +382,17 @@ ZvpStatus build(Kind kind, std::int32_t tag, std::int64_t L, int flag, int hint,
     std::int64_t off = kFixedPart;
     switch (p.method) {
         case kSmall:
-            for (std::int64_t k = 0; k < L; ++k) {
-                const Cx<double> r = rootOf<double>(k, L);
-                h->roots[2 * k] = r.re;
-                h->roots[2 * k + 1] = r.im;
+            if (!isPow2(L)) {
+                // one or two factors; the twiddles fit in the fixed part
+                Cx<T> roots[16];
+                for (std::int64_t k = 0; k < L; ++k) roots[k] = rootOf<T>(k, L);
+                h->nFactors = factorize(L, h->factors);
+                if (h->nFactors == 0) {
+                    h->nFactors = 1;
+                    h->factors[0] = std::int32_t(L);
+                }
+                h->twdOff = std::int32_t(offsetof(Header, small));
+                buildStages(reinterpret_cast<Cx<T>*>(h->small), L, h->factors, h->nFactors, roots);
             }
             break;
         case kFft: {
@@ -421,6 +400,20 @@ ZvpStatus build(Kind kind, std::int32_t tag, std::int64_t L, int flag, int hint,
             ZVP_RETURN_IF_ERROR(fftInit(kind, isDouble<T>(), log2Of(L), flag, hint, at<Zvp8u>(h, off), init, &rec));
             h->innerOff = std::int32_t(rec - reinterpret_cast<Zvp8u*>(h));
             h->fftSwitch = 1;
+            break;
+        }
+        case kHalf: {
+            const std::int64_t N = L / 2;
+            const std::int32_t innerTag = isDouble<T>() ? kTagC64fc : kTagC32fc;
+            Plan in;
+            ZVP_RETURN_IF_ERROR(query(Kind::Inter, isDouble<T>(), N, ZVP_FFT_NODIV_BY_ANY, in));
+            h->innerOff = std::int32_t(off);
+            ZVP_RETURN_IF_ERROR(build<T>(Kind::Inter, innerTag, N, ZVP_FFT_NODIV_BY_ANY, 0,
+                                         at<Zvp8u>(h, off), init, in));
+            off += up64(in.spec);
+            h->recOff = std::int32_t(off);
+            Cx<T>* w = at<Cx<T>>(h, off);
+            for (std::int64_t k = 0; k < N; ++k) w[k] = rootOf<T>(k, L);
             break;
         }
         default: {
@@ -432,15 +425,7 @@ ZvpStatus build(Kind kind, std::int32_t tag, std::int64_t L, int flag, int hint,
                 h->nFactors = p.nFactors;
                 for (int i = 0; i < p.nFactors; ++i) h->factors[i] = p.factors[i];
                 h->twdOff = std::int32_t(off);
-                Cx<T>* t = at<Cx<T>>(h, off);
-                std::int64_t Ns = 1;
-                for (int i = 0; i < p.nFactors; ++i) {
-                    const std::int64_t f = p.factors[i], step = L / (Ns * f);
-                    for (std::int64_t k = 0; k < Ns; ++k)
-                        for (std::int64_t r = 1; r < f; ++r) *t++ = roots[(r * k * step) % L];
-                    for (std::int64_t r = 0; r < f; ++r) *t++ = roots[r * (L / f)];
-                    Ns *= f;
-                }
+                buildStages(at<Cx<T>>(h, off), L, p.factors, p.nFactors, roots);
             } else if (p.method == kDirect) {
                 h->dirOff = std::int32_t(off);
                 std::memcpy(at<Cx<T>>(h, off), roots, std::size_t(E * L));
@@ -600,8 +585,9 @@ struct Stage {
             v = local;
             rest = work;
         } else {
+            const std::int64_t n = h->method == kHalf ? h->length / 2 + 1 : h->length;
             v = reinterpret_cast<Cx<T>*>(work);
-            rest = work + up64(std::int64_t(sizeof(Cx<T>)) * h->length);
+            rest = work + up64(std::int64_t(sizeof(Cx<T>)) * n);
         }
     }
 };
@@ -657,6 +643,62 @@ Places placesOf(Layout lay, std::int64_t L) {
     }
 }
 
+// Real forward transform of even length L = 2N: Z = DFT_N(x[2n] + i x[2n+1])
+// by the inner record, then X[k] = E_k + w^k O_k for k = 0..N with
+// E_k = (Z[k] + conj Z[N-k]) / 2, O_k = (Z[k] - conj Z[N-k]) / 2i, w the
+// root of L (Z[N] read as Z[0]). X goes to v[0..N].
+template <class T>
+ZvpStatus halfForward(const Header* h, const T* src, Cx<T>* v, Zvp8u* rest) {
+    const std::int64_t N = h->length / 2;
+    const Header* inner = at<Header>(h, h->innerOff);
+    const Cx<T>* w = at<Cx<T>>(h, h->recOff);
+    Zvp8u* innerWork = rest;
+    ZVP_RETURN_IF_ERROR(run<T>(inner, reinterpret_cast<const Cx<T>*>(src), v, false, innerWork));
+    const T half = T(0.5);
+    const Cx<T> z0 = v[0];
+    v[N] = {z0.re - z0.im, T(0)};
+    v[0] = {z0.re + z0.im, T(0)};
+    for (std::int64_t k = 1, j = N - 1; k <= j; ++k, --j) {
+        const Cx<T> a = v[k], b = v[j];
+        // k and N - k from the same pair
+        const Cx<T> ek = {half * (a.re + b.re), half * (a.im - b.im)};
+        const Cx<T> ok = {half * (a.im + b.im), half * (b.re - a.re)};
+        const Cx<T> ej = {ek.re, -ek.im};
+        const Cx<T> oj = {ok.re, -ok.im};
+        const Cx<T> tk = mul(w[k], ok), tj = mul(w[j], oj);
+        v[k] = {ek.re + tk.re, ek.im + tk.im};
+        v[j] = {ej.re + tj.re, ej.im + tj.im};
+    }
+    if (h->fwdScaled) scaleBy(v, N + 1, scaleOf<T>(h));
+    return zvpStsNoErr;
+}
+
+// Real inverse of even length from X[0..N] in v: Z[k] = (X[k] + conj X[N-k])
+// + i (X[k] - conj X[N-k]) conj(w^k), then the inner inverse of N points
+// gives L x[2n] + i L x[2n+1] straight into the destination.
+template <class T>
+ZvpStatus halfInverse(const Header* h, Cx<T>* v, T* dst, Zvp8u* rest) {
+    const std::int64_t N = h->length / 2;
+    const Header* inner = at<Header>(h, h->innerOff);
+    const Cx<T>* w = at<Cx<T>>(h, h->recOff);
+    const Cx<T> x0 = v[0], xn = v[N];
+    v[0] = {x0.re + xn.re, x0.re - xn.re};
+    for (std::int64_t k = 1, j = N - 1; k <= j; ++k, --j) {
+        const Cx<T> a = v[k], b = v[j];
+        const Cx<T> sk = {a.re + b.re, a.im - b.im};       // X[k] + conj X[j]
+        const Cx<T> dk = {a.re - b.re, a.im + b.im};       // X[k] - conj X[j]
+        const Cx<T> sj = {sk.re, -sk.im};                  // X[j] + conj X[k]
+        const Cx<T> dj = {-dk.re, dk.im};                  // X[j] - conj X[k]
+        const Cx<T> rk = mul(dk, conj(w[k])), rj = mul(dj, conj(w[j]));
+        v[k] = {sk.re - rk.im, sk.im + rk.re};
+        v[j] = {sj.re - rj.im, sj.im + rj.re};
+    }
+    auto* y = reinterpret_cast<Cx<T>*>(dst);
+    ZVP_RETURN_IF_ERROR(run<T>(inner, v, y, true, rest));
+    if (h->invScaled) scaleBy(y, N, scaleOf<T>(h));
+    return zvpStsNoErr;
+}
+
 template <class T>
 ZvpStatus realFwd(std::int32_t tag, Layout lay, const T* src, T* dst, const void* pSpec, Zvp8u* pBuffer) {
     ZVP_CHECK_PTRS(pSpec);
@@ -668,8 +710,12 @@ ZvpStatus realFwd(std::int32_t tag, Layout lay, const T* src, T* dst, const void
     if (h->method == kFft) return realFft(h, src, dst, lay, false, w.p);
     const std::int64_t L = h->length;
     Stage<T> s(h, w.p);
-    for (std::int64_t i = 0; i < L; ++i) s.v[i] = {src[i], T(0)};
-    ZVP_RETURN_IF_ERROR(run<T>(h, s.v, s.v, false, s.rest));
+    if (h->method == kHalf) {
+        ZVP_RETURN_IF_ERROR(halfForward<T>(h, src, s.v, s.rest));
+    } else {
+        for (std::int64_t i = 0; i < L; ++i) s.v[i] = {src[i], T(0)};
+        ZVP_RETURN_IF_ERROR(run<T>(h, s.v, s.v, false, s.rest));
+    }
     const Places pl = placesOf(lay, L);
     dst[0] = s.v[0].re;
     if (lay == Layout::CCS) dst[1] = T(0);
@@ -697,12 +743,14 @@ ZvpStatus realInv(std::int32_t tag, Layout lay, const T* src, T* dst, const void
     Stage<T> s(h, w.p);
     const Places pl = placesOf(lay, L);
     s.v[0] = {src[0], T(0)};
+    const bool full = h->method != kHalf;  // the half method reads X[0..L/2] only
     for (std::int64_t k = 1; 2 * k < L; ++k) {
         const Cx<T> z = {src[pl.re1 + 2 * (k - 1)], src[pl.re1 + 2 * (k - 1) + 1]};
         s.v[k] = z;
-        s.v[L - k] = conj(z);
+        if (full) s.v[L - k] = conj(z);
     }
     if (L % 2 == 0) s.v[L / 2] = {src[pl.nyq], T(0)};
+    if (h->method == kHalf) return halfInverse<T>(h, s.v, dst, s.rest);
     ZVP_RETURN_IF_ERROR(run<T>(h, s.v, s.v, true, s.rest));
     for (std::int64_t i = 0; i < L; ++i) dst[i] = s.v[i].re;
     return zvpStsNoErr;
