@@ -137,10 +137,15 @@ ZvpStatus zvpsDFTInv_PackToR_64f(const Zvp64f* pSrc, Zvp64f* pDst, const ZvpsDFT
 ZvpStatus zvpsDFTInv_PermToR_64f(const Zvp64f* pSrc, Zvp64f* pDst, const ZvpsDFTSpec_R_64f* pDFTSpec, Zvp8u* pBuffer);
 
 /* Out-of-order complex transforms: the same sums as the ordered transforms,
- * with the spectrum (forward) or the input of the inverse in a permuted
- * order. InitAlloc(ppDFTSpec, length, flag, hint) as for the ordered
- * records. The permutation is the identity in this version: results equal
- * the ordered transform's. */
+ * with the spectrum in the order the mixed-radix stages leave it (forward)
+ * and read in that order (inverse). The stages of this library sort
+ * themselves as they go (each writes its sub-transforms at their final
+ * stride), so the order they leave is the natural one: for every length and
+ * method the permutation is the identity and the results equal, bit for
+ * bit, those of the ordered records of the same length and flag. The
+ * records are built only by InitAlloc(ppDFTSpec, length, flag, hint), with
+ * the checks and sizes of the ordered InitAlloc; they carry their own tags,
+ * so ordered and out-of-order records are not interchangeable (-17). */
 ZvpStatus zvpsDFTOutOrdInitAlloc_C_32fc(ZvpsDFTOutOrdSpec_C_32fc** ppDFTSpec, int length, int flag, ZvpHintAlgorithm hint);
 ZvpStatus zvpsDFTOutOrdFree_C_32fc(ZvpsDFTOutOrdSpec_C_32fc* pDFTSpec);
 ZvpStatus zvpsDFTOutOrdGetBufSize_C_32fc(const ZvpsDFTOutOrdSpec_C_32fc* pDFTSpec, int* pBufferSize);

@@ -659,4 +659,174 @@ TEST(DftFft, PowerOfTwoEqualsTheFft) {
     }
 }
 
+// ---- Methods against each other ------------------------------------------------------
+//
+// A length that takes one method against a multiple that takes the mixed
+// radix: x stretched by q (x[n] at n q, zeros between) has the spectrum
+// X[k mod L] at q L points, so both results must agree within their bounds.
+TEST(DftMethods, AgreeThroughStretchedInputs) {
+    const struct {
+        int L, q;
+        const char* what;
+    } cases[] = {
+        {13, 4, "small vs mixed radix"},    {17, 4, "direct vs mixed radix"},
+        {47, 3, "direct vs mixed radix"},   {53, 4, "chirp vs mixed radix"},
+        {149, 4, "chirp vs mixed radix"},   {1024, 3, "FFT vs mixed radix"},
+        {4097, 2, "chirp vs chirp of another inner length"},
+    };
+    for (const auto& c : cases) {
+        const int Q = c.L * c.q;
+        const auto x = signal(c.L, 11, false);
+        std::vector<Zvp32fc> a(static_cast<std::size_t>(c.L)), sq(static_cast<std::size_t>(Q)), A(static_cast<std::size_t>(c.L)), B(static_cast<std::size_t>(Q));
+        for (int n = 0; n < c.L; ++n) {
+            a[std::size_t(n)] = {float(x[std::size_t(n)].real()), float(x[std::size_t(n)].imag())};
+            sq[std::size_t(n) * std::size_t(c.q)] = a[std::size_t(n)];
+        }
+        ZvpsDFTSpec_C_32fc *s1 = nullptr, *s2 = nullptr;
+        ASSERT_EQ(zvpsDFTInitAlloc_C_32fc(&s1, c.L, 8, zvpAlgHintNone), zvpStsNoErr);
+        ASSERT_EQ(zvpsDFTInitAlloc_C_32fc(&s2, Q, 8, zvpAlgHintNone), zvpStsNoErr);
+        ASSERT_EQ(zvpsDFTFwd_CToC_32fc(a.data(), A.data(), s1, nullptr), zvpStsNoErr);
+        ASSERT_EQ(zvpsDFTFwd_CToC_32fc(sq.data(), B.data(), s2, nullptr), zvpStsNoErr);
+        std::vector<cld> got(static_cast<std::size_t>(Q)), want(static_cast<std::size_t>(Q));
+        for (int k = 0; k < Q; ++k) {
+            got[std::size_t(k)] = {B[std::size_t(k)].re, B[std::size_t(k)].im};
+            want[std::size_t(k)] = {A[std::size_t(k % c.L)].re, A[std::size_t(k % c.L)].im};
+        }
+        EXPECT_LE(relErr(got, want), bound<float>(c.L) + bound<float>(Q)) << c.L << " " << c.what;
+        zvpsDFTFree_C_32fc(s1);
+        zvpsDFTFree_C_32fc(s2);
+    }
+}
+
+// ---- Real layouts ----------------------------------------------------------------
+
+// Pack and Perm carry the CCS values at their places, bit for bit, and their
+// inverses give the CCS inverse's bits; the inverses read only those places.
+template <class T, class Spec, class F>
+void layouts(int L, F fwd) {
+    std::vector<T> x(static_cast<std::size_t>(L)), ccs(std::size_t(L) + 2), pk(static_cast<std::size_t>(L)), pm(static_cast<std::size_t>(L));
+    std::mt19937 rng{static_cast<unsigned>(L)};
+    std::uniform_real_distribution<float> u(-1, 1);
+    for (auto& v : x) v = T(u(rng));
+    Spec* s = nullptr;
+    ASSERT_EQ(fwd.initAlloc(&s, L), zvpStsNoErr);
+    ASSERT_EQ(fwd.ccs(x.data(), ccs.data(), s), zvpStsNoErr);
+    ASSERT_EQ(fwd.pack(x.data(), pk.data(), s), zvpStsNoErr);
+    ASSERT_EQ(fwd.perm(x.data(), pm.data(), s), zvpStsNoErr);
+    EXPECT_EQ(ccs[1], T(0));
+    if (L % 2 == 0) {
+        EXPECT_EQ(ccs[std::size_t(L) + 1], T(0));
+    }
+    EXPECT_EQ(pk[0], ccs[0]);
+    EXPECT_EQ(pm[0], ccs[0]);
+    for (int k = 1; 2 * k < L; ++k)
+        for (int part = 0; part < 2; ++part) {
+            const T want = ccs[std::size_t(2 * k + part)];
+            EXPECT_EQ(pk[std::size_t(2 * k - 1 + part)], want) << L;
+            EXPECT_EQ(pm[std::size_t(L % 2 ? 2 * k - 1 + part : 2 * k + part)], want) << L;
+        }
+    if (L % 2 == 0) {
+        EXPECT_EQ(pk[std::size_t(L) - 1], ccs[std::size_t(L)]);
+        EXPECT_EQ(pm[1], ccs[std::size_t(L)]);
+    }
+    std::vector<T> a(static_cast<std::size_t>(L)), b(static_cast<std::size_t>(L)), c(static_cast<std::size_t>(L));
+    ccs[1] = T(5);  // never read
+    if (L % 2 == 0) ccs[std::size_t(L) + 1] = T(5);
+    ASSERT_EQ(fwd.iccs(ccs.data(), a.data(), s), zvpStsNoErr);
+    ASSERT_EQ(fwd.ipack(pk.data(), b.data(), s), zvpStsNoErr);
+    ASSERT_EQ(fwd.iperm(pm.data(), c.data(), s), zvpStsNoErr);
+    EXPECT_EQ(std::memcmp(a.data(), b.data(), a.size() * sizeof(T)), 0) << L;
+    EXPECT_EQ(std::memcmp(a.data(), c.data(), a.size() * sizeof(T)), 0) << L;
+    // in place: the Pack and Perm forms may share source and destination
+    std::vector<T> w(x);
+    ASSERT_EQ(fwd.pack(w.data(), w.data(), s), zvpStsNoErr);
+    EXPECT_EQ(std::memcmp(w.data(), pk.data(), w.size() * sizeof(T)), 0) << L;
+    ASSERT_EQ(fwd.ipack(w.data(), w.data(), s), zvpStsNoErr);
+    EXPECT_EQ(std::memcmp(w.data(), b.data(), w.size() * sizeof(T)), 0) << L;
+    fwd.release(s);
+}
+
+struct Real32 {
+    ZvpStatus initAlloc(ZvpsDFTSpec_R_32f** s, int L) { return zvpsDFTInitAlloc_R_32f(s, L, 2, zvpAlgHintNone); }
+    ZvpStatus ccs(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTFwd_RToCCS_32f(x, y, s, nullptr); }
+    ZvpStatus pack(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTFwd_RToPack_32f(x, y, s, nullptr); }
+    ZvpStatus perm(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTFwd_RToPerm_32f(x, y, s, nullptr); }
+    ZvpStatus iccs(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTInv_CCSToR_32f(x, y, s, nullptr); }
+    ZvpStatus ipack(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTInv_PackToR_32f(x, y, s, nullptr); }
+    ZvpStatus iperm(const float* x, float* y, const ZvpsDFTSpec_R_32f* s) { return zvpsDFTInv_PermToR_32f(x, y, s, nullptr); }
+    void release(ZvpsDFTSpec_R_32f* s) { zvpsDFTFree_R_32f(s); }
+};
+struct Real64 {
+    ZvpStatus initAlloc(ZvpsDFTSpec_R_64f** s, int L) { return zvpsDFTInitAlloc_R_64f(s, L, 2, zvpAlgHintNone); }
+    ZvpStatus ccs(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTFwd_RToCCS_64f(x, y, s, nullptr); }
+    ZvpStatus pack(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTFwd_RToPack_64f(x, y, s, nullptr); }
+    ZvpStatus perm(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTFwd_RToPerm_64f(x, y, s, nullptr); }
+    ZvpStatus iccs(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTInv_CCSToR_64f(x, y, s, nullptr); }
+    ZvpStatus ipack(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTInv_PackToR_64f(x, y, s, nullptr); }
+    ZvpStatus iperm(const double* x, double* y, const ZvpsDFTSpec_R_64f* s) { return zvpsDFTInv_PermToR_64f(x, y, s, nullptr); }
+    void release(ZvpsDFTSpec_R_64f* s) { zvpsDFTFree_R_64f(s); }
+};
+
+TEST(DftReal, LayoutsHoldTheSameValues) {
+    for (int L : {1, 2, 3, 8, 15, 16, 17, 18, 53, 64, 96, 298, 1000}) {
+        layouts<float, ZvpsDFTSpec_R_32f>(L, Real32{});
+        layouts<double, ZvpsDFTSpec_R_64f>(L, Real64{});
+    }
+}
+
+// ---- Out-of-order records --------------------------------------------------------
+//
+// The stages sort themselves, so the order they produce is the natural one:
+// permuted back (the identity) the spectrum is the ordered DFT, bit for bit.
+template <class T, class C, class OSpec, class Spec>
+void outOfOrder(ZvpStatus (*oalloc)(OSpec**, int, int, ZvpHintAlgorithm), ZvpStatus (*ofree)(OSpec*),
+                ZvpStatus (*obuf)(const OSpec*, int*),
+                ZvpStatus (*ofwd)(const C*, C*, const OSpec*, Zvp8u*), ZvpStatus (*oinv)(const C*, C*, const OSpec*, Zvp8u*),
+                ZvpStatus (*alloc)(Spec**, int, int, ZvpHintAlgorithm), ZvpStatus (*fwd)(const C*, C*, const Spec*, Zvp8u*),
+                ZvpStatus (*release)(Spec*)) {
+    for (int L : {1, 5, 12, 17, 53, 64, 96, 298, 596, 1024, 4097}) {
+        OSpec* o = nullptr;
+        Spec* s = nullptr;
+        ASSERT_EQ(oalloc(&o, L, 8, zvpAlgHintNone), zvpStsNoErr);
+        ASSERT_EQ(alloc(&s, L, 8, zvpAlgHintNone), zvpStsNoErr);
+        const auto xv = signal(L, 13, false);
+        std::vector<C> x(static_cast<std::size_t>(L)), y(static_cast<std::size_t>(L)), z(static_cast<std::size_t>(L)), back(static_cast<std::size_t>(L));
+        for (int n = 0; n < L; ++n) x[std::size_t(n)] = {T(xv[std::size_t(n)].real()), T(xv[std::size_t(n)].imag())};
+        int bs = -1;
+        EXPECT_EQ(obuf(o, &bs), zvpStsNoErr);
+        std::vector<Zvp8u> buf(std::size_t(bs) + 1);
+        ASSERT_EQ(ofwd(x.data(), y.data(), o, buf.data()), zvpStsNoErr);
+        ASSERT_EQ(fwd(x.data(), z.data(), s, nullptr), zvpStsNoErr);
+        EXPECT_EQ(std::memcmp(y.data(), z.data(), y.size() * sizeof(C)), 0) << L;
+        ASSERT_EQ(oinv(y.data(), back.data(), o, nullptr), zvpStsNoErr);
+        std::vector<cld> got(static_cast<std::size_t>(L)), want(static_cast<std::size_t>(L));
+        for (int n = 0; n < L; ++n) {
+            got[std::size_t(n)] = {back[std::size_t(n)].re, back[std::size_t(n)].im};
+            want[std::size_t(n)] = xv[std::size_t(n)] * static_cast<long double>(L);
+        }
+        EXPECT_LE(relErr(got, want), 2 * bound<T>(L)) << L;
+        // the two kinds of record do not stand in for each other
+        EXPECT_EQ(ofwd(x.data(), y.data(), reinterpret_cast<const OSpec*>(s), nullptr), zvpStsContextMatchErr);
+        EXPECT_EQ(fwd(x.data(), y.data(), reinterpret_cast<const Spec*>(o), nullptr), zvpStsContextMatchErr);
+        EXPECT_EQ(ofwd(nullptr, y.data(), o, nullptr), zvpStsNullPtrErr);
+        EXPECT_EQ(ofree(o), zvpStsNoErr);
+        release(s);
+    }
+    OSpec* o = nullptr;
+    EXPECT_EQ(oalloc(&o, 0, 8, zvpAlgHintNone), zvpStsSizeErr);
+    EXPECT_EQ(oalloc(&o, 5, 3, zvpAlgHintNone), zvpStsFftFlagErr);
+    EXPECT_EQ(oalloc(nullptr, 5, 8, zvpAlgHintNone), zvpStsNullPtrErr);
+    EXPECT_EQ(o, nullptr);
+    EXPECT_EQ(ofree(nullptr), zvpStsNullPtrErr);
+}
+
+TEST(DftOutOfOrder, PermutedBackIsTheDft) {
+    outOfOrder<float>(zvpsDFTOutOrdInitAlloc_C_32fc, zvpsDFTOutOrdFree_C_32fc, zvpsDFTOutOrdGetBufSize_C_32fc,
+                      zvpsDFTOutOrdFwd_CToC_32fc, zvpsDFTOutOrdInv_CToC_32fc, zvpsDFTInitAlloc_C_32fc,
+                      zvpsDFTFwd_CToC_32fc, zvpsDFTFree_C_32fc);
+    outOfOrder<double>(zvpsDFTOutOrdInitAlloc_C_64fc, zvpsDFTOutOrdFree_C_64fc, zvpsDFTOutOrdGetBufSize_C_64fc,
+                       zvpsDFTOutOrdFwd_CToC_64fc, zvpsDFTOutOrdInv_CToC_64fc, zvpsDFTInitAlloc_C_64fc,
+                       zvpsDFTFwd_CToC_64fc, zvpsDFTFree_C_64fc);
+}
+
 }  // namespace
