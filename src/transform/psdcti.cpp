@@ -20,6 +20,10 @@ namespace dct {
 
 // ---- sizes --------------------------------------------------------------------
 
+// Every reported size, the work size with its 64 bytes of slack included,
+// must fit a signed 32-bit count.
+constexpr std::int64_t kSizeLimit = INT_MAX - 64;
+
 template <class T, class Inner>
 ZvpStatus innerPlan(int n, int innerLen, ZvpHintAlgorithm hint, Plan& p) {
     int s = 0, i = 0, w = 0;
@@ -54,10 +58,7 @@ ZvpStatus planFor(int n, ZvpHintAlgorithm hint, Plan& p) {
             ZVP_RETURN_IF_ERROR((innerPlan<T, RealDft<T>>(n, n, hint, p)));
             break;
     }
-    // Every reported size (the work size with its 64 bytes of slack, the 16s
-    // conversion area on top) must fit a signed 32-bit count.
-    constexpr std::int64_t kLimit = INT_MAX - 64 - 64;
-    if (p.spec > kLimit || p.init > kLimit || p.work + vBytes<double>(n) > kLimit) return zvpStsSizeErr;
+    if (p.spec > kSizeLimit || p.init > kSizeLimit || p.work > kSizeLimit) return zvpStsSizeErr;
     return zvpStsNoErr;
 }
 
@@ -126,13 +127,21 @@ std::int64_t workOf(const Plan& p, int n) {
     return vBytes<double>(n) + p.work;
 }
 
+// The plan of a record kind and its work bytes.
+template <class S>
+ZvpStatus planKind(int n, ZvpHintAlgorithm hint, Plan& p, std::int64_t& work) {
+    ZVP_RETURN_IF_ERROR(planFor<typename Kind<S>::T>(n, hint, p));
+    work = workOf<S>(p, n);
+    return work > kSizeLimit ? zvpStsSizeErr : zvpStsNoErr;
+}
+
 template <class S>
 ZvpStatus getSize(int n, ZvpHintAlgorithm hint, int* pSpec, int* pInit, int* pWork) {
     if (n < 1) return zvpStsSizeErr;
     ZVP_CHECK_PTRS(pSpec, pInit, pWork);
     Plan p;
-    ZVP_RETURN_IF_ERROR(planFor<typename Kind<S>::T>(n, hint, p));
-    const std::int64_t work = workOf<S>(p, n);
+    std::int64_t work = 0;
+    ZVP_RETURN_IF_ERROR(planKind<S>(n, hint, p, work));
     *pSpec = int(p.spec);
     *pInit = int(p.init);
     *pWork = work > 0 ? int(work + 64) : 0;
@@ -150,8 +159,9 @@ ZvpStatus init(S** ppSpec, int n, ZvpHintAlgorithm hint, Zvp8u* pMem, Zvp8u* pIn
     r->hint = std::int32_t(hint);
     // The tag is written last: a record that fails on the way stays tagged 0.
     Plan p;
-    ZVP_RETURN_IF_ERROR(planFor<T>(n, hint, p));
-    r->workSize = std::int32_t(workOf<S>(p, n));
+    std::int64_t work = 0;
+    ZVP_RETURN_IF_ERROR(planKind<S>(n, hint, p, work));
+    r->workSize = std::int32_t(work);
     if (p.method == Method::Small) {
         r->small = 1;
     } else {

@@ -279,6 +279,9 @@ TYPED_TEST(DctRecord, CheckOrderAndWrongTags) {
     EXPECT_EQ(A::getSize(268435456, &s, &i, &w), zvpStsSizeErr);       // past the FFT method
     EXPECT_EQ(A::getSize(67108864 + 15, &s, &i, &w), zvpStsSizeErr);   // past the DFT method
     EXPECT_EQ(s, -1);
+    // The longest FFT length fits 32-bit sizes in single precision only.
+    EXPECT_EQ(A::getSize(1 << 27, &s, &i, &w), sizeof(T) == 4 ? zvpStsNoErr : zvpStsSizeErr);
+    s = i = w = -1;
     Spec* const sentinel = reinterpret_cast<Spec*>(std::uintptr_t(0x40));
     Spec* p = sentinel;
     Zvp8u mem[256];
