@@ -8,8 +8,8 @@
 // points built inside it with the inverse divided by 2^order, and the
 // single-transform and overlap-save drivers over it. Real data use the real
 // FFT (Perm layout for products, Pack for products with a conjugate), complex
-// data the complex FFT. Nothing here allocates: callers take the block from
-// the library allocator or from their caller's buffer.
+// data the complex FFT. The block is the caller's buffer or, when there is
+// none, taken from the library allocator by Plan::prepare.
 #pragma once
 
 #include <algorithm>
@@ -170,6 +170,18 @@ struct Plan {
         if (st < 0) return st;
         spec = sp;
         return zvpStsNoErr;
+    }
+
+    // Builds the transform in the caller's buffer, or in `own`, taken from
+    // the library allocator, when the caller gave none.
+    ZvpStatus prepare(WorkBuffer& own, Zvp8u* buf, int k, int nArr) {
+        int bytes = 0;
+        ZVP_RETURN_IF_ERROR(blockBytes<E>(k, nArr, &bytes));
+        if (buf == nullptr) {
+            if (!own.allocate(bytes)) return zvpStsMemAllocErr;
+            buf = own.get();
+        }
+        return build(buf, k, nArr);
     }
 };
 

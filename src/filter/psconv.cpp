@@ -56,15 +56,9 @@ ZvpStatus convRun(const E* p1, int n1, const E* p2, int n2, E* dst, Method m, Zv
         return zvpStsNoErr;
     }
     const int k = convOrder(m, n1, n2);
-    int bytes = 0;
-    ZVP_RETURN_IF_ERROR(fftconv::blockBytes<E>(k, 2, &bytes));
     WorkBuffer own;
-    if (buf == nullptr) {
-        if (!own.allocate(bytes)) return zvpStsMemAllocErr;
-        buf = own.get();
-    }
     fftconv::Plan<E> plan;
-    ZVP_RETURN_IF_ERROR(plan.build(buf, k, 2));
+    ZVP_RETURN_IF_ERROR(plan.prepare(own, buf, k, 2));
     if (m == Method::Single) return fftconv::convSingle(plan, l, lLen, s, sLen, dst);
     return fftconv::convOverlapSave(plan, l, lLen, s, sLen, dst, 0, lLen + sLen - 1);
 }

@@ -129,15 +129,9 @@ ZvpStatus crossRun(const E* a, int n1, const E* b, int n2, E* out, long long lag
         return zvpStsNoErr;
     }
     const int k = crossOrder(m, n1, n2);
-    int bytes = 0;
-    ZVP_RETURN_IF_ERROR(fftconv::blockBytes<E>(k, 2, &bytes));
     WorkBuffer own;
-    if (buf == nullptr) {
-        if (!own.allocate(bytes)) return zvpStsMemAllocErr;
-        buf = own.get();
-    }
     fftconv::Plan<E> plan;
-    ZVP_RETURN_IF_ERROR(plan.build(buf, k, 2));
+    ZVP_RETURN_IF_ERROR(plan.prepare(own, buf, k, 2));
     if (m == Method::Single) return fftconv::corrSingle(plan, a, n1, b, n2, std::ptrdiff_t(lag), out, count);
     ZVP_RETURN_IF_ERROR(fftconv::corrOverlapSave(plan, h, hLen, x, xLen, off, out, count));
     if (swap) reverseRun(out, count);
@@ -260,15 +254,9 @@ ZvpStatus autoRun(const E* a, int n, E* out, int dstLen, bool fft, Zvp8u* buf) {
         return zvpStsNoErr;
     }
     const int k = autoOrder(n);
-    int bytes = 0;
-    ZVP_RETURN_IF_ERROR(fftconv::blockBytes<E>(k, 1, &bytes));
     WorkBuffer own;
-    if (buf == nullptr) {
-        if (!own.allocate(bytes)) return zvpStsMemAllocErr;
-        buf = own.get();
-    }
     fftconv::Plan<E> plan;
-    ZVP_RETURN_IF_ERROR(plan.build(buf, k, 1));
+    ZVP_RETURN_IF_ERROR(plan.prepare(own, buf, k, 1));
     return fftconv::autoCorr(plan, a, n, out, m);
 }
 

@@ -14,6 +14,7 @@
 #include "dftkernels.h"
 #include "dftspec.h"
 #include "fftsmall.h"
+#include "scaleflag.h"
 #include "p8/dft.h"
 #include "p8/fft.h"
 #include "p8/fftreal.h"
@@ -364,22 +365,7 @@ ZvpStatus build(Kind kind, std::int32_t tag, std::int64_t L, int flag, int hint,
     h->length = std::int32_t(L);
     h->hint = hint;
     h->method = p.method;
-    switch (flag) {
-        case ZVP_FFT_DIV_FWD_BY_N:
-        case ZVP_FFT_DIV_INV_BY_N:
-            h->fwdScaled = flag == ZVP_FFT_DIV_FWD_BY_N;
-            h->invScaled = flag == ZVP_FFT_DIV_INV_BY_N;
-            h->scale = 1.0f / float(L);
-            h->scale64 = 1.0 / double(L);
-            break;
-        case ZVP_FFT_DIV_BY_SQRTN:
-            h->fwdScaled = h->invScaled = 1;
-            h->scale = float(1.0 / std::sqrt(double(L)));
-            h->scale64 = 1.0 / std::sqrt(double(L));
-            break;
-        default:
-            break;
-    }
+    setScaling(h, flag, L);  // the flag was checked by the size rule
     Zvp8u* init = initMem ? alignUp(initMem, 64) : nullptr;
     std::int64_t off = kFixedPart;
     switch (p.method) {

@@ -6,6 +6,7 @@
 
 #include "check.h"
 #include "fftspec.h"
+#include "scaleflag.h"
 #include "fftvec.h"
 #include "p8/fft.h"
 #include "p8/frame.h"
@@ -378,24 +379,7 @@ ZvpStatus init(std::int32_t tag, Spec** ppSpec, int order, int flag, int hint, Z
     // cleared and keeps tag 0. The tag itself is written last, once the
     // record is complete.
     const std::int64_t n = pow2(order);
-    switch (flag) {
-        case ZVP_FFT_DIV_FWD_BY_N:
-        case ZVP_FFT_DIV_INV_BY_N:
-            h->fwdScaled = flag == ZVP_FFT_DIV_FWD_BY_N;
-            h->invScaled = flag == ZVP_FFT_DIV_INV_BY_N;
-            h->scale = 1.0f / float(n);
-            h->scale64 = 1.0 / double(n);
-            break;
-        case ZVP_FFT_DIV_BY_SQRTN:
-            h->fwdScaled = h->invScaled = 1;
-            h->scale = float(1.0 / std::sqrt(double(n)));
-            h->scale64 = 1.0 / std::sqrt(double(n));
-            break;
-        case ZVP_FFT_NODIV_BY_ANY:
-            break;
-        default:
-            return zvpStsFftFlagErr;
-    }
+    if (!setScaling(h, flag, n)) return zvpStsFftFlagErr;
     if (order > 5) {
         BaseTable<T> base;
         if (order <= 10) {
