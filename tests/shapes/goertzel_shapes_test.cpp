@@ -1,10 +1,7 @@
-// One-frequency Goertzel forms: a source reduced to one complex value. Frequencies outside [0, 1) and NaN
-// get -27 after the pointers and the length; the Q15 forms refuse a negative one first (checked in the
-// family test), so their rows draw non-negative ones.
+// One-frequency Goertzel forms: a source reduced to one complex value. Frequencies outside [0, 1) and NaN get -27 after
+// the pointers and the length; the Q15 forms refuse a negative one first (the family test), so their rows draw non-negative ones.
 #include "shapes.h"
-
 namespace {
-
 using namespace zvp::test;
 
 template <class A, class D, class Fr, class... S>
@@ -18,11 +15,9 @@ Row goertz(const char* n, ZvpStatus (*f)(const A*, int, D*, Fr, S...)) {
     else r.tryConstants({0, 1, 2, 5461, 16384, 32767});
     return r.with(kWhole);
 }
-
 #define G(f) goertz(#f, zvps##f)
 const bool registered = addShapeFamily("goertzel", [] {
     return std::vector<Row>{G(Goertz_32f), G(Goertz_32fc), G(Goertz_64f), G(Goertz_64fc), G(Goertz_16s_Sfs), G(Goertz_16sc_Sfs), G(GoertzQ15_16sc_Sfs)};
 });
 #undef G
-
 }  // namespace
