@@ -9,8 +9,7 @@ Row goertz(const char* n, ZvpStatus (*f)(const A*, int, D*, Fr, S...)) {
     Row r = row(n, {in<A>(), out<D>()}, [f](void* const* p, int len, const Vals& v) {
         return f(static_cast<const A*>(p[0]), len, static_cast<D*>(p[1]), constant<Fr>(v, 0), S(v.sf)...);
     }, sizeof...(S) > 0);
-    r.args[1].single = true;
-    r.consts = {typeOf<Fr>()};
+    r.args[1].single = true, r.consts = {typeOf<Fr>()};
     if constexpr (std::is_floating_point_v<Fr>) r.refuse([](const Vals& v) { const Fr x = constant<Fr>(v, 0); return x >= 0 && x < 1 ? zvpStsNoErr : zvpStsRelFreqErr; });
     else r.tryConstants({0, 1, 2, 5461, 16384, 32767});
     return r.with(kWhole);
@@ -19,5 +18,4 @@ Row goertz(const char* n, ZvpStatus (*f)(const A*, int, D*, Fr, S...)) {
 const bool registered = addShapeFamily("goertzel", [] {
     return std::vector<Row>{G(Goertz_32f), G(Goertz_32fc), G(Goertz_64f), G(Goertz_64fc), G(Goertz_16s_Sfs), G(Goertz_16sc_Sfs), G(GoertzQ15_16sc_Sfs)};
 });
-#undef G
 }  // namespace

@@ -8,17 +8,14 @@
 
 namespace {
 using zvp::test::cld;
-
 // frac(f n) exactly: f split into a 32-bit head and the rest, both products exact in long double.
 long double phase(double f, long long n) {
-    int e = 0;
-    const double m = std::frexp(f, &e), hi = std::ldexp(std::trunc(std::ldexp(m, 32)), e - 32);
+    int e = 0; const double m = std::frexp(f, &e), hi = std::ldexp(std::trunc(std::ldexp(m, 32)), e - 32);
     long double a = (long double)hi * n, b = (long double)(f - hi) * n;
     return (a - std::floor(a)) + (b - std::floor(b));
 }
 cld oracle(const std::vector<cld>& x, double f) {
-    cld acc = 0;
-    for (std::size_t n = 0; n < x.size(); ++n) acc += x[n] * std::polar(1.0L, -6.283185307179586476925286766559L * phase(f, (long long)n));
+    cld acc = 0; for (std::size_t n = 0; n < x.size(); ++n) acc += x[n] * std::polar(1.0L, -6.283185307179586476925286766559L * phase(f, (long long)n));
     return acc;
 }
 
@@ -48,7 +45,6 @@ Form form(const char* n, ZvpStatus (*g)(const T*, int, O*, Fr, S...)) {
 #define F(f) form(#f, zvps##f)
 const Form kForms[] = {F(Goertz_32f), F(Goertz_32fc), F(Goertz_64f), F(Goertz_64fc), F(Goertz_16s_Sfs), F(Goertz_16sc_Sfs), F(GoertzQ15_16sc_Sfs),
                        F(GoertzTwo_32f), F(GoertzTwo_32fc), F(GoertzTwo_64f), F(GoertzTwo_64fc), F(GoertzTwo_16sc_Sfs), F(GoertzTwoQ15_16sc_Sfs)};
-#undef F
 
 // Each sample passes through at most len recurrence steps, each rounding by about 2^-53 of the state:
 // |error| <= 4 len 2^-53 sum|x| (measured: below a tenth of it); single results add their final rounding.
@@ -69,8 +65,7 @@ TEST(Goertzel, EveryFormMatchesTheLongDoubleSum) {
             std::vector<cld> x(n);
             for (auto& v : x) v = fm.kind == Kind::I16 ? cld(std::round(u(g) * 32767), fm.cplx ? std::round(u(g) * 32767) : 0) : cld(float(u(g)), fm.cplx ? float(u(g)) : 0);
             std::vector<double> fs = {0.0, 0.5, 0.25, 0.75, 1 - 0x1p-15, 0x1p-15, 0.5 - 0x1p-15, 0.5 + 0x1p-15};
-            for (double v : {1e-7, 0x1p-24, 0.5 - 0x1p-24, 1 - 0x1p-24, 0.1, 1.0 / n, 3.0 / n})
-                if (!fm.q15 && float(v) < 1) fs.push_back(float(v));
+            for (double v : {1e-7, 0x1p-24, 0.5 - 0x1p-24, 1 - 0x1p-24, 0.1, 1.0 / n, 3.0 / n}) if (!fm.q15 && float(v) < 1) fs.push_back(float(v));
             for (int i = 0; i < 4; ++i) fs.push_back(std::ldexp(double(g() % (fm.q15 ? 32768 : 1 << 24)), fm.q15 ? -15 : -24));
             for (std::size_t i = 0; i < fs.size(); ++i) {
                 const double f[2] = {fs[i], fs[(i * 7 + 3) % fs.size()]};
@@ -94,8 +89,7 @@ TEST(Goertzel, ZeroFrequencySumsExactlyWithTiesToEven) {
         {{1, 2}, 1, 2}, {{5}, 1, 2}, {{-1, -2}, 1, -2}, {{-1}, 1, 0}, {{3, 4}, 2, 2}, {{-3, -4}, 2, -2}, {{32766}, 0, 32766},
         {{32767, 32767}, 0, 32767}, {{32767, 32767}, 1, 32767}, {{-32768, -1}, 0, -32768}, {{-32768, -32768}, 16, -1}};
     for (const auto& c : cases) {
-        Zvp16sc r{}, rc{};
-        std::vector<Zvp16sc> xc;
+        Zvp16sc r{}, rc{}; std::vector<Zvp16sc> xc;
         for (Zvp16s v : c.x) xc.push_back({Zvp16s(-v / 2), v});
         ASSERT_EQ(zvpsGoertz_16s_Sfs(c.x.data(), int(c.x.size()), &r, -0.0f, c.sf), zvpStsNoErr);
         ASSERT_EQ(zvpsGoertzQ15_16sc_Sfs(xc.data(), int(xc.size()), &rc, 0, c.sf), zvpStsNoErr);
@@ -103,8 +97,7 @@ TEST(Goertzel, ZeroFrequencySumsExactlyWithTiesToEven) {
     }
 }
 
-// Form index, a null source, length, frequencies (none: a null pointer), the status.
-TEST(Goertzel, ChecksInOrderAndNothingWritten) {
+TEST(Goertzel, ChecksInOrderAndNothingWritten) {  // form index, null source, length, frequencies (none: a null pointer)
     const double nan = std::nan(""), q = 0x1p-15;
     const std::vector<cld> x = {{1, 2}, {3, 4}, {5, 6}, {7, 8}};
     const struct { int form; bool nullSrc; int len; std::vector<double> f; ZvpStatus want; } cases[] = {

@@ -12,7 +12,6 @@ namespace {
 using zvp::test::cld;
 using zvp::test::GuardedBuffer;
 namespace alloc = zvp::test::alloc;
-
 std::vector<cld> analytic(const std::vector<cld>& x) {  // DFT, one-sided spectrum with the Nyquist term kept, inverse
     std::vector<cld> X = zvp::test::naiveDft(x, -1), z;
     for (std::size_t k = 1; k < x.size(); ++k) X[k] *= 2 * k < x.size() ? 2 : 2 * k > x.size() ? 0 : 1;
@@ -24,8 +23,7 @@ std::vector<cld> analytic(const std::vector<cld>& x) {  // DFT, one-sided spectr
 double bound(int n) { return 27.0 * 0x1p-24 * std::max(1.0, std::log2(double(n))) + 0x1p-22; }
 
 struct Pair {
-    const char* name;
-    bool intIn, intOut;  // 16s source, 16sc result
+    const char* name; bool intIn, intOut;  // 16s source, 16sc result
     std::function<ZvpStatus(void**, int)> init; std::function<ZvpStatus(void*)> release;
     std::function<ZvpStatus(const void* src, void* dst, const void* spec, int sf)> run;
     std::shared_ptr<void> spec(int n) const {  // released, and checked, when the last copy goes
@@ -38,8 +36,7 @@ struct Pair {
         GuardedBuffer dst(x.size() * 8);
         EXPECT_EQ(run(intIn ? (const void*)i.data() : f.data(), dst.data(), s.get(), sf), zvpStsNoErr);
         EXPECT_TRUE(dst.guardsIntact());
-        std::vector<cld> z;
-        for (std::size_t k = 0; k < x.size(); ++k) z.push_back(intOut ? cld(dst.as<Zvp16sc>()[k].re, dst.as<Zvp16sc>()[k].im) : cld(dst.as<Zvp32fc>()[k].re, dst.as<Zvp32fc>()[k].im));
+        std::vector<cld> z; for (std::size_t k = 0; k < x.size(); ++k) z.push_back(intOut ? cld(dst.as<Zvp16sc>()[k].re, dst.as<Zvp16sc>()[k].im) : cld(dst.as<Zvp32fc>()[k].re, dst.as<Zvp32fc>()[k].im));
         return z;
     }
 };
@@ -103,9 +100,8 @@ TEST(Hilbert, ErrorsInOrderAndAllocationFailureWriteNothingAndLeakNothing) {
             const auto sp = p.spec(n);
             const std::vector<float> xf(n, 7.0f); const std::vector<Zvp16s> xs(n, 7);
             const void* x = p.intIn ? (const void*)xs.data() : xf.data();
-            GuardedBuffer want(n * 8), to(n * 8);
+            GuardedBuffer want(n * 8), to(n * 8); int j = 1;
             ASSERT_EQ(p.run(x, want.data(), sp.get(), 0), zvpStsNoErr);
-            int j = 1;
             for (ZvpStatus st; to.fill(zvp::test::kSentinelByte), alloc::reset(j), st = p.run(x, to.data(), sp.get(), 0), alloc::failAt = 0, st != zvpStsNoErr && j < 100; ++j)
                 EXPECT_TRUE(st == zvpStsMemAllocErr && alloc::live == 0 && to.untouched()) << p.name << " " << n << " at " << j << " status " << st;
             EXPECT_TRUE(j < 100 && alloc::live == 0 && !std::memcmp(to.data(), want.data(), n * 8)) << p.name << " " << n;
