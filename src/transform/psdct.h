@@ -117,42 +117,18 @@ constexpr std::int64_t spectrumBytes(int n) {
 // the tags of its two directions.
 template <class S>
 struct Kind;
-template <>
-struct Kind<ZvpsDCTFwdSpec_32f> {
-    using T = float;
-    static constexpr std::int32_t tag = kTagFwd32f;
-    static constexpr bool inverse = false;
+template <class E, std::int32_t Tag, bool Inverse>
+struct KindOf {
+    using T = E;
+    static constexpr std::int32_t tag = Tag;
+    static constexpr bool inverse = Inverse;
 };
-template <>
-struct Kind<ZvpsDCTInvSpec_32f> {
-    using T = float;
-    static constexpr std::int32_t tag = kTagInv32f;
-    static constexpr bool inverse = true;
-};
-template <>
-struct Kind<ZvpsDCTFwdSpec_64f> {
-    using T = double;
-    static constexpr std::int32_t tag = kTagFwd64f;
-    static constexpr bool inverse = false;
-};
-template <>
-struct Kind<ZvpsDCTInvSpec_64f> {
-    using T = double;
-    static constexpr std::int32_t tag = kTagInv64f;
-    static constexpr bool inverse = true;
-};
-template <>
-struct Kind<ZvpsDCTFwdSpec_16s> {
-    using T = double;
-    static constexpr std::int32_t tag = kTagFwd16s;
-    static constexpr bool inverse = false;
-};
-template <>
-struct Kind<ZvpsDCTInvSpec_16s> {
-    using T = double;
-    static constexpr std::int32_t tag = kTagInv16s;
-    static constexpr bool inverse = true;
-};
+template <> struct Kind<ZvpsDCTFwdSpec_32f> : KindOf<float, kTagFwd32f, false> {};
+template <> struct Kind<ZvpsDCTInvSpec_32f> : KindOf<float, kTagInv32f, true> {};
+template <> struct Kind<ZvpsDCTFwdSpec_64f> : KindOf<double, kTagFwd64f, false> {};
+template <> struct Kind<ZvpsDCTInvSpec_64f> : KindOf<double, kTagInv64f, true> {};
+template <> struct Kind<ZvpsDCTFwdSpec_16s> : KindOf<double, kTagFwd16s, false> {};
+template <> struct Kind<ZvpsDCTInvSpec_16s> : KindOf<double, kTagInv16s, true> {};
 
 template <class S>
 constexpr bool kIs16s = std::is_same_v<S, ZvpsDCTFwdSpec_16s> || std::is_same_v<S, ZvpsDCTInvSpec_16s>;
