@@ -36,5 +36,8 @@
 #include "zvps_hilbert.h"
 #include "zvps_conv.h"
 #include "zvps_corr.h"
+#include "zvps_fir.h"
+#include "zvps_firdirect.h"
+#include "zvps_firsr.h"
 
 #endif /* ZVPS_H */
