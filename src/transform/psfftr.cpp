@@ -14,6 +14,7 @@
 #include <cstring>
 
 #include "check.h"
+#include "fftbase.h"
 #include "fftsmall.h"
 #include "fftspec.h"
 #include "p8/fft.h"
@@ -137,33 +138,6 @@ ZvpStatus getSize(int order, int flag, ZvpHintAlgorithm hint, int* pSpec, int* p
 
 // ---- tables -----------------------------------------------------------------
 
-// Quarter-wave sine table base[k] = sin(2 pi k/N), k = 0 .. N/4. Up to order
-// 10 the values are those of the fixed 1024-point table; above, each half is
-// evaluated where its function is accurate: the sine of the angle up to N/8,
-// the cosine of the complementary angle beyond.
-void baseTable(float* base, int m) {
-    const int q = 1 << (m - 2);
-    if (m <= 10) {
-        const long double twoPi = 6.283185307179586476925286766559L;
-        for (int k = 0; k < q; ++k)
-            base[k] = float(std::sin(twoPi * (k << (10 - m)) / 1024));
-    } else {
-        const double step = 6.283185307179586 / double(std::int64_t(1) << m);
-        for (int k = 0; k <= q / 2; ++k) base[k] = float(std::sin(double(float(k * step))));
-        for (int k = q / 2 + 1; k < q; ++k)
-            base[k] = float(std::cos(double(float((q - k) * step))));
-    }
-    base[q] = 1.0f;
-}
-
-void baseTable(double* base, int m) {
-    const int q = 1 << (m - 2);
-    const double step = 6.283185307179586 / double(std::int64_t(1) << m);
-    for (int k = 0; k <= q / 2; ++k) base[k] = std::sin(k * step);
-    for (int k = q / 2 + 1; k < q; ++k) base[k] = std::cos((q - k) * step);
-    base[q] = 1.0;
-}
-
 // Coefficients of k = 1 .. N/4 from the base table: a_k = 0.5 base[N/4 - k],
 // b_k = 0.5 - 0.5 base[k], laid out as the recombination pass reads them.
 void recTable(float* t, const float* base, int m) {
@@ -286,7 +260,7 @@ ZvpStatus init(typename Real<T>::Spec** ppSpec, int order, int flag, ZvpHintAlgo
             // into the init memory, ahead of what the complex part needs.
             T small[257];
             T* base = order <= 10 ? small : reinterpret_cast<T*>(alignUp(pMemInit, 64));
-            baseTable(base, order);
+            fft::realBase(base, order);
             recTable(table, base, order);
         }
         if (order > kSmallComplexMax) {
