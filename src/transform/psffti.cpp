@@ -42,15 +42,12 @@ struct BaseTable {
         const std::int64_t q4 = n / 4;
         const std::int64_t q = e >> qbits, r = e & (q4 - 1);
         const T a = b[r * stride], c = b[(q4 - r) * stride];
-        T s, co;
-        switch (q) {
-            case 0: s = a; co = c; break;
-            case 1: s = c; co = -a; break;
-            case 2: s = -a; co = -c; break;
-            default: s = -c; co = a; break;
-        }
-        re = co;
-        im = -s;
+        // quadrant q: sin e' = a, -c, -a, ... taken by selection and sign, no
+        // branch on q
+        const bool odd = (q & 1) != 0;
+        const T s = odd ? c : a, co = odd ? a : c;
+        re = (q == 1 || q == 2) ? -co : co;
+        im = q >= 2 ? s : -s;
     }
 };
 
