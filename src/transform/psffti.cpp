@@ -54,13 +54,67 @@ struct BaseTable {
 const float* fixedSin(float*) { return fixedSin32f(); }
 const double* fixedSin(double*) { return fixedSin64f(); }
 
+// The low `bits` bits of v in reverse order (bits in 0 .. 32).
 std::uint32_t bitrev(std::uint32_t v, int bits) {
-    std::uint32_t r = 0;
-    for (int i = 0; i < bits; ++i, v >>= 1) r = (r << 1) | (v & 1);
-    return r;
+    v = ((v >> 1) & 0x55555555u) | ((v & 0x55555555u) << 1);
+    v = ((v >> 2) & 0x33333333u) | ((v & 0x33333333u) << 2);
+    v = ((v >> 4) & 0x0f0f0f0fu) | ((v & 0x0f0f0f0fu) << 4);
+    v = ((v >> 8) & 0x00ff00ffu) | ((v & 0x00ff00ffu) << 8);
+    v = (v >> 16) | (v << 16);
+    return bits == 0 ? 0 : v >> (32 - bits);
 }
 
-// Twiddles of the passes of a 2^k-point engine (layout in fftengine.h).
+// Roots of the exponents e0 + t de, t = 0 .. count - 1 (all below n): the
+// real part to out[t os], the imaginary part to out[t os + imOff]. The run
+// is cut where the quadrant changes, so each piece reads the table in one
+// direction with fixed signs; the values are those of BaseTable::root.
+template <class T>
+void rootRun(const BaseTable<T>& base, std::int64_t e0, std::int64_t de, std::int64_t count, T* out,
+             std::int64_t os, std::int64_t imOff) {
+    const T* const b = base.b;
+    const std::int64_t q4 = base.n / 4, st = base.stride;
+    std::int64_t t = 0;
+    while (t < count) {
+        const std::int64_t e = e0 + t * de, q = e >> base.qbits;
+        const std::int64_t last = e + (count - 1 - t) * de;
+        const std::int64_t end =
+            (last >> base.qbits) == q ? count : t + ((q + 1) * q4 - e + de - 1) / de;
+        std::int64_t r = e - q * q4;
+        T* o = out + t * os;
+        const std::int64_t len = end - t;
+        switch (q) {
+            case 0:
+                for (std::int64_t i = 0; i < len; ++i, r += de, o += os) {
+                    o[0] = b[(q4 - r) * st];
+                    o[imOff] = -b[r * st];
+                }
+                break;
+            case 1:
+                for (std::int64_t i = 0; i < len; ++i, r += de, o += os) {
+                    o[0] = -b[r * st];
+                    o[imOff] = -b[(q4 - r) * st];
+                }
+                break;
+            case 2:
+                for (std::int64_t i = 0; i < len; ++i, r += de, o += os) {
+                    o[0] = -b[(q4 - r) * st];
+                    o[imOff] = b[r * st];
+                }
+                break;
+            default:
+                for (std::int64_t i = 0; i < len; ++i, r += de, o += os) {
+                    o[0] = b[r * st];
+                    o[imOff] = b[(q4 - r) * st];
+                }
+                break;
+        }
+        t = end;
+    }
+}
+
+// Twiddles of the passes of a 2^k-point engine (layout in fftengine.h): for
+// group jg, leg d and lane l the root of exponent d (jg W + l) unit. Taken
+// leg by leg and lane by lane, the exponents along jg form one run.
 template <class T>
 void buildEngineTwiddles(T* tw, int k, const BaseTable<T>& base) {
     constexpr int W = Vec<T>::N;
@@ -69,11 +123,11 @@ void buildEngineTwiddles(T* tw, int k, const BaseTable<T>& base) {
     std::int64_t L = pow2(plan.bits[0]);
     for (int i = 1; i < plan.count; ++i) {
         const std::int64_t r = pow2(plan.bits[i]);
-        const std::int64_t unit = nk / (r * L);
-        for (std::int64_t jg = 0; jg < L / W; ++jg)
-            for (int d = 1; d < r; ++d, tw += 2 * W)
-                for (int lane = 0; lane < W; ++lane)
-                    base.root(d * (jg * W + lane) * unit * f, tw[lane], tw[W + lane]);
+        const std::int64_t u = nk / (r * L) * f;
+        for (int d = 1; d < r; ++d)
+            for (int lane = 0; lane < W; ++lane)
+                rootRun(base, d * lane * u, d * W * u, L / W, tw + 2 * W * (d - 1) + lane, 2 * W * (r - 1), W);
+        tw += 2 * W * (r - 1) * (L / W);
         L *= r;
     }
 }
