@@ -172,7 +172,7 @@ constexpr long double coef(int i) { return ((i & 2) ? -1.0L : 1.0L) / fact(i); }
 
 // sin x and cos x for 0 <= x <= pi/4 by their Taylor series. The first
 // omitted terms, x^19/19! and x^18/18! (double) or x^21/21! and x^20/20!
-// (long double), are below 2^-62 and 2^-70 of the result.
+// (long double), are below 2^-58 and 2^-67 of the result.
 //
 // In double, Horner's scheme leaves the result within 2^-52 of sin x or
 // cos x: the tail x z P(z) is at most a tenth of x (a third of 1 for the
