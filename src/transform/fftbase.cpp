@@ -2,8 +2,11 @@
 // fftbase.h).
 #include "fftbase.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
+
+#include "lane.h"
 
 namespace zvp::ZVP_LEVEL::fft {
 namespace {
@@ -177,17 +180,24 @@ constexpr long double coef(int i) { return ((i & 2) ? -1.0L : 1.0L) / fact(i); }
 // In double, Horner's scheme leaves the result within 2^-52 of sin x or
 // cos x: the tail x z P(z) is at most a tenth of x (a third of 1 for the
 // cosine), so its few roundings weigh little against the last addition.
-double sinPoly(double x) {
-    constexpr double c3 = coef(3), c5 = coef(5), c7 = coef(7), c9 = coef(9), c11 = coef(11),
-                     c13 = coef(13), c15 = coef(15), c17 = coef(17);
-    const double z = x * x;
-    return x + x * z * (c3 + z * (c5 + z * (c7 + z * (c9 + z * (c11 + z * (c13 + z * (c15 + z * c17)))))));
+// Two angles at a time; any lane type gives the same bits.
+template <class D>
+typename D::R sinPoly(typename D::R x) {
+    constexpr double c[] = {double(coef(17)), double(coef(15)), double(coef(13)), double(coef(11)),
+                            double(coef(9)), double(coef(7)), double(coef(5)), double(coef(3))};
+    const typename D::R z = D::mul(x, x);
+    typename D::R p = D::set1(c[0]);
+    for (int i = 1; i < 8; ++i) p = D::add(D::mul(p, z), D::set1(c[i]));
+    return D::add(x, D::mul(D::mul(x, z), p));
 }
-double cosPoly(double x) {
-    constexpr double c2 = coef(2), c4 = coef(4), c6 = coef(6), c8 = coef(8), c10 = coef(10),
-                     c12 = coef(12), c14 = coef(14), c16 = coef(16);
-    const double z = x * x;
-    return 1.0 + z * (c2 + z * (c4 + z * (c6 + z * (c8 + z * (c10 + z * (c12 + z * (c14 + z * c16)))))));
+template <class D>
+typename D::R cosPoly(typename D::R x) {
+    constexpr double c[] = {double(coef(16)), double(coef(14)), double(coef(12)), double(coef(10)),
+                            double(coef(8)), double(coef(6)), double(coef(4)), double(coef(2))};
+    const typename D::R z = D::mul(x, x);
+    typename D::R p = D::set1(c[0]);
+    for (int i = 1; i < 8; ++i) p = D::add(D::mul(p, z), D::set1(c[i]));
+    return D::add(D::set1(1.0), D::mul(z, p));
 }
 
 // In long double the terms from x^9 (x^8 for the cosine) on are below 2^-18
@@ -230,18 +240,33 @@ bool settle(V v, V eps, T& out) {
 constexpr double kSingleOfDouble = 0x1p-48;
 constexpr long double kDoubleOfLong = 0x1p-60L;
 
-// Single precision through double functions of single-precision angles.
+// Single precision through double functions of single-precision angles:
+// entries k0 .. k0 + count - 1 of b from the angles of j0 + sign (k - k0),
+// by the sine or the cosine, in chunks whose angles go through the
+// polynomial two at a time.
+void singleRun(float* b, std::int64_t count, std::int64_t j0, std::int64_t sign, double step, bool cosine) {
+    using D = Full<double>;
+    static_assert(D::N == 2);
+    constexpr int kChunk = 128;
+    alignas(16) double x[kChunk], v[kChunk];
+    for (std::int64_t k0 = 0; k0 < count; k0 += kChunk) {
+        const int cnt = int(std::min<std::int64_t>(kChunk, count - k0));
+        for (int i = 0; i < cnt; ++i) x[i] = double(float(double(j0 + sign * (k0 + i)) * step));
+        if (cnt & 1) x[cnt] = 0.0;
+        for (int i = 0; i < cnt; i += 2)
+            D::storea(v + i, cosine ? cosPoly<D>(D::loada(x + i)) : sinPoly<D>(D::loada(x + i)));
+        float* o = b + k0;
+        for (int i = 0; i < cnt; ++i)
+            if (!settle(v[i], kSingleOfDouble, o[i]))
+                o[i] = float(cosine ? std::cos(x[i]) : std::sin(x[i]));
+    }
+}
+
 void singleBase(float* b, int m) {
     const std::int64_t q = std::int64_t(1) << (m - 2);
     const double step = 6.283185307179586 / double(std::int64_t(1) << m);
-    for (std::int64_t k = 0; k <= q / 2; ++k) {
-        const double x = double(float(double(k) * step));
-        if (!settle(sinPoly(x), kSingleOfDouble, b[k])) b[k] = float(std::sin(x));
-    }
-    for (std::int64_t k = q / 2 + 1; k < q; ++k) {
-        const double x = double(float(double(q - k) * step));
-        if (!settle(cosPoly(x), kSingleOfDouble, b[k])) b[k] = float(std::cos(x));
-    }
+    singleRun(b, q / 2 + 1, 0, 1, step, false);      // k = 0 .. q/2: sin of angle k
+    singleRun(b + q / 2 + 1, q - q / 2 - 1, q - q / 2 - 1, -1, step, true);  // cos of angle q - k
     b[q] = 1.0f;
 }
 
