@@ -236,9 +236,9 @@ bool settle(V v, V eps, T& out) {
 // which rounding is left to the function the rule names: the polynomial's
 // error plus the function's, with room to spare. Single results of double
 // functions (2^-52 each): 2^-48. Double results of long-double functions
-// (2^-62 and 2^-63): 2^-60.
+// through the sum formulas (2^-61 and 2^-63): 2^-59.
 constexpr double kSingleOfDouble = 0x1p-48;
-constexpr long double kDoubleOfLong = 0x1p-60L;
+constexpr long double kDoubleOfLongSum = 0x1p-59L;
 
 // Single precision through double functions of single-precision angles:
 // entries k0 .. k0 + count - 1 of b from the angles of j0 + sign (k - k0),
@@ -277,16 +277,32 @@ const double* fixedSin64f() { return kFixSin64f; }
 
 void complexBase(float* b, int m) { singleBase(b, m); }
 
+// Angles j = aF + c are split into a coarse part aF and a fine part c < F;
+// the sine and cosine of each part come from the long-double polynomials and
+// the angle's from their sum formulas. No term cancels in the first octant,
+// so the values are within 2^-61 of the functions.
 void complexBase(double* b, int m) {
-    const std::int64_t n = std::int64_t(1) << m, q = n / 4;
+    constexpr int F = 64;
+    const std::int64_t n = std::int64_t(1) << m, q = n / 4, h = q / 2;
     const long double step = 6.283185307179586476925286766559L / static_cast<long double>(n);
-    for (std::int64_t k = 0; k <= q / 2; ++k) {
-        const long double x = static_cast<long double>(k) * step;
-        if (!settle(sinPolyL(x), kDoubleOfLong, b[k])) b[k] = double(sinl(x));
+    long double fs[F], fc[F];
+    for (int c = 0; c < F; ++c) {
+        const long double x = static_cast<long double>(c) * step;
+        fs[c] = sinPolyL(x);
+        fc[c] = cosPolyL(x);
     }
-    for (std::int64_t k = q / 2 + 1; k < q; ++k) {
-        const long double x = static_cast<long double>(q - k) * step;
-        if (!settle(cosPolyL(x), kDoubleOfLong, b[k])) b[k] = double(cosl(x));
+    // b[j] = sin(angle j) for j <= h; b[q - j] = cos(angle j) for 0 < j < q - h
+    for (std::int64_t a = 0; a <= h; a += F) {
+        const long double x = static_cast<long double>(a) * step;
+        const long double as = sinPolyL(x), ac = cosPolyL(x);
+        const int cEnd = int(std::min<std::int64_t>(F, h + 1 - a));
+        for (int c = 0; c < cEnd; ++c) {
+            const std::int64_t j = a + c;
+            const long double xj = static_cast<long double>(j) * step;
+            if (!settle(as * fc[c] + ac * fs[c], kDoubleOfLongSum, b[j])) b[j] = double(sinl(xj));
+            if (j > 0 && j < q - h && !settle(ac * fc[c] - as * fs[c], kDoubleOfLongSum, b[q - j]))
+                b[q - j] = double(cosl(xj));
+        }
     }
     b[q] = 1.0;
 }
