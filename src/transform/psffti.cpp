@@ -124,6 +124,14 @@ void buildEngineTwiddles(T* tw, int k, const BaseTable<T>& base) {
     for (int i = 1; i < plan.count; ++i) {
         const std::int64_t r = pow2(plan.bits[i]);
         const std::int64_t u = nk / (r * L) * f;
+        if (L / W < 8) {
+            // runs too short to pay for their set-up
+            for (std::int64_t jg = 0; jg < L / W; ++jg)
+                for (int d = 1; d < r; ++d, tw += 2 * W)
+                    for (int lane = 0; lane < W; ++lane) base.root(d * (jg * W + lane) * u, tw[lane], tw[W + lane]);
+            L *= r;
+            continue;
+        }
         for (int d = 1; d < r; ++d)
             for (int lane = 0; lane < W; ++lane)
                 rootRun(base, d * lane * u, d * W * u, L / W, tw + 2 * W * (d - 1) + lane, 2 * W * (r - 1), W);
