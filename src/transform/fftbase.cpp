@@ -244,7 +244,8 @@ constexpr long double kDoubleOfLongSum = 0x1p-59L;
 // entries k0 .. k0 + count - 1 of b from the angles of j0 + sign (k - k0),
 // by the sine or the cosine, in chunks whose angles go through the
 // polynomial two at a time.
-void singleRun(float* b, std::int64_t count, std::int64_t j0, std::int64_t sign, double step, bool cosine) {
+void singleRun(float* b, std::int64_t count, std::int64_t j0, std::int64_t sign, double step,
+               bool cosine) {
     using D = Full<double>;
     static_assert(D::N == 2);
     constexpr int kChunk = 128;

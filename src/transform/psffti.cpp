@@ -42,8 +42,8 @@ struct BaseTable {
         const std::int64_t q4 = n / 4;
         const std::int64_t q = e >> qbits, r = e & (q4 - 1);
         const T a = b[r * stride], c = b[(q4 - r) * stride];
-        // quadrant q: sin e' = a, -c, -a, ... taken by selection and sign, no
-        // branch on q
+        // By quadrant q = 0 .. 3 the sine is a, c, -a, -c and the cosine c,
+        // -a, -c, a: a selection and a sign, no branch on q.
         const bool odd = (q & 1) != 0;
         const T s = odd ? c : a, co = odd ? a : c;
         re = (q == 1 || q == 2) ? -co : co;
@@ -128,13 +128,15 @@ void buildEngineTwiddles(T* tw, int k, const BaseTable<T>& base) {
             // runs too short to pay for their set-up
             for (std::int64_t jg = 0; jg < L / W; ++jg)
                 for (int d = 1; d < r; ++d, tw += 2 * W)
-                    for (int lane = 0; lane < W; ++lane) base.root(d * (jg * W + lane) * u, tw[lane], tw[W + lane]);
+                    for (int lane = 0; lane < W; ++lane)
+                        base.root(d * (jg * W + lane) * u, tw[lane], tw[W + lane]);
             L *= r;
             continue;
         }
         for (int d = 1; d < r; ++d)
             for (int lane = 0; lane < W; ++lane)
-                rootRun(base, d * lane * u, d * W * u, L / W, tw + 2 * W * (d - 1) + lane, 2 * W * (r - 1), W);
+                rootRun(base, d * lane * u, d * W * u, L / W, tw + 2 * W * (d - 1) + lane,
+                        2 * W * (r - 1), W);
         tw += 2 * W * (r - 1) * (L / W);
         L *= r;
     }
@@ -264,7 +266,8 @@ ZvpStatus init(std::int32_t tag, Spec** ppSpec, int order, int flag, int hint, Z
     if (!setScaling(h, flag, n)) return zvpStsFftFlagErr;
     if (order > 5) {
         if (order <= 10) {
-            buildTables<T>(h, order, BaseTable<T>(fixedSin(static_cast<T*>(nullptr)), pow2(10 - order), order));
+            const T* fixed = fixedSin(static_cast<T*>(nullptr));
+            buildTables<T>(h, order, BaseTable<T>(fixed, pow2(10 - order), order));
         } else {
             ZVP_CHECK_PTRS(pInit);
             T* b = reinterpret_cast<T*>(alignUp(pInit, 64));
