@@ -88,8 +88,9 @@
  *     + S + I + 32 * ((4N + 15) >> 4) + W + 16528.
  * Every other kind, with e the bytes of one working element (4 for 32f
  * taps, 8 for 64f and integer taps, doubled for complex), d = 1 when the data
- * are converted (otherwise 0), t the bytes of one integer tap (0 without
- * integer taps), a16(v) = (v + 15) & ~15 and N, S, I, W as above for its
+ * are converted (otherwise 0), t the bytes of one integer tap (2 for _16s,
+ * 4 for 32s_16s and for the record 64f_32s shares with _32s, 8 for
+ * 32sc_16sc, 0 for the others), a16(v) = (v + 15) & ~15 and N, S, I, W as above for its
  * transform (0 without a fast path):
  *   144 + a16(e (3L + 4)) + a16(e L) + a16(t L) + 2 a16(e N)
  *     + 4096 e (1 + d) + S + I + W. */
