@@ -81,6 +81,17 @@ TEST(FirState, QuantisedTapsKeepTheLargestFactor) {
     EXPECT_EQ(g[0].im, -1342177280);
     EXPECT_EQ(g[1].re, 536870912);
     zvpsFIRFree32sc_16sc(c);
+    // Their one allocation failing leaves nothing held and *ppState alone.
+    zvp::test::alloc::reset(1);
+    ZvpsFIRState32s_16s* q = nullptr;
+    EXPECT_EQ(zvpsFIRInitAlloc32s_16s32f(&q, rows[0].taps.data(), 3, nullptr), zvpStsMemAllocErr);
+    EXPECT_EQ(q, nullptr);
+    zvp::test::alloc::reset(1);
+    c = nullptr;
+    EXPECT_EQ(zvpsFIRInitAlloc32sc_16sc32fc(&c, ct, 2, nullptr), zvpStsMemAllocErr);
+    EXPECT_EQ(c, nullptr);
+    EXPECT_EQ(zvp::test::alloc::live, 0);
+    zvp::test::alloc::reset();
 }
 
 // Ties and saturation of the integer kinds against hand-worked exact values:
