@@ -26,76 +26,60 @@ template <class T>
 constexpr bool kCplx = std::is_same_v<T, Zvp32fc> || std::is_same_v<T, Zvp64fc> || std::is_same_v<T, Zvp16sc> ||
                        std::is_same_v<T, Zvp32sc>;
 template <class T>
+constexpr bool kInt = !std::is_floating_point_v<T> && !std::is_same_v<T, Zvp32fc> && !std::is_same_v<T, Zvp64fc>;
+template <class T>
 C toC(const T& v) {
     if constexpr (kCplx<T>) return C(LD(v.re), LD(v.im));
     else return C(LD(v), 0);
 }
-template <class T>
-constexpr bool kInt = !std::is_floating_point_v<T> && !std::is_same_v<T, Zvp32fc> && !std::is_same_v<T, Zvp64fc>;
 
 // A random sample of T: floats in [-1, 1], integers in [-amp, amp].
 template <class T>
 T rnd(std::mt19937& g, long amp) {
-    auto part = [&](auto) {
-        if constexpr (kInt<T>) return LD(std::uniform_int_distribution<long>(-amp, amp)(g));
-        else return LD(std::uniform_real_distribution<double>(-1, 1)(g));
-    };
-    if constexpr (kCplx<T>) {
-        using P = decltype(T{}.re);
-        return T{P(part(0)), P(part(0))};
-    } else {
-        return T(part(0));
-    }
+    auto part = [&] { return kInt<T> ? LD(std::uniform_int_distribution<long>(-amp, amp)(g))
+                                     : LD(std::uniform_real_distribution<double>(-1, 1)(g)); };
+    if constexpr (kCplx<T>) return T{decltype(T{}.re)(part()), decltype(T{}.re)(part())};
+    else return T(part());
 }
 
-// ---- the table of kinds
-
-#define COMMON(SUF)                                                                                     \
-    using State = ZvpsFIRState##SUF;                                                                    \
-    static ZvpStatus size(int L, int* s) { return zvpsFIRGetStateSize##SUF(L, s); }                     \
-    static ZvpStatus release(State* s) { return zvpsFIRFree##SUF(s); }                                  \
-    static ZvpStatus getTaps(const State* s, T* t) { return zvpsFIRGetTaps##SUF(s, t); }                \
-    static ZvpStatus setDly(State* s, const D* d) { return zvpsFIRSetDlyLine##SUF(s, d); }              \
-    static ZvpStatus getDly(const State* s, D* d) { return zvpsFIRGetDlyLine##SUF(s, d); }
-#define FTAPS(SUF)                                                                                      \
-    static constexpr bool kIntTaps = false;                                                             \
-    static ZvpStatus init(State** p, const T* t, int L, int, const D* d, Zvp8u* b) {                   \
-        return zvpsFIRInit##SUF(p, t, L, d, b);                                                         \
-    }                                                                                                   \
-    static ZvpStatus initAlloc(State** p, const T* t, int L, int, const D* d) {                        \
-        return zvpsFIRInitAlloc##SUF(p, t, L, d);                                                       \
-    }                                                                                                   \
-    static ZvpStatus setTaps(const T* t, State* s, int) { return zvpsFIRSetTaps##SUF(t, s); }
-#define ITAPS(SUF)                                                                                      \
-    static constexpr bool kIntTaps = true;                                                              \
-    static ZvpStatus init(State** p, const T* t, int L, int tf, const D* d, Zvp8u* b) {                \
-        return zvpsFIRInit##SUF(p, t, L, tf, d, b);                                                     \
-    }                                                                                                   \
-    static ZvpStatus initAlloc(State** p, const T* t, int L, int tf, const D* d) {                     \
-        return zvpsFIRInitAlloc##SUF(p, t, L, tf, d);                                                   \
-    }                                                                                                   \
-    static ZvpStatus setTaps(const T* t, State* s, int tf) { return zvpsFIRSetTaps##SUF(t, s, tf); }
-#define PLAIN(SUF)                                                                                      \
-    static ZvpStatus fir(const D* x, D* y, int n, State* s, int) { return zvpsFIR##SUF(x, y, n, s); }  \
-    static ZvpStatus firI(D* x, int n, State* s, int) { return zvpsFIR##SUF##_I(x, n, s); }            \
-    static ZvpStatus one(D x, D* y, State* s, int) { return zvpsFIROne##SUF(x, y, s); }
-#define SFS(SUF)                                                                                        \
-    static ZvpStatus fir(const D* x, D* y, int n, State* s, int f) { return zvpsFIR##SUF##_Sfs(x, y, n, s, f); } \
-    static ZvpStatus firI(D* x, int n, State* s, int f) { return zvpsFIR##SUF##_ISfs(x, n, s, f); }    \
-    static ZvpStatus one(D x, D* y, State* s, int f) { return zvpsFIROne##SUF##_Sfs(x, y, s, f); }
-
+// ---- the table of kinds: each wraps one pairing's exports in one shape.
 // u: unit roundoff of the working precision; fast: the kind has a transform
 // path; exact: integer results are the exact rule on the exact sum; amp:
 // integer data range; tf: the taps factor used with integer taps.
-#define KIND(NAME, SUF, TT, DD, TAPS, CALLS, U, FAST, EXACT, AMP, TF)                                  \
-    struct NAME {                                                                                       \
-        using T = TT;                                                                                   \
-        using D = DD;                                                                                   \
-        static constexpr LD u = U;                                                                      \
-        static constexpr bool fast = FAST, exact = EXACT;                                               \
-        static constexpr long amp = AMP;                                                                \
-        static constexpr int tf = TF;                                                                   \
-        COMMON(SUF) TAPS(SUF) CALLS(SUF)                                                                \
+
+#define FTAPS(SUF)                                                                                               \
+    static constexpr bool kIntTaps = false;                                                                      \
+    static ZvpStatus init(State** p, const T* t, int L, int, const D* d, Zvp8u* b) { return zvpsFIRInit##SUF(p, t, L, d, b); } \
+    static ZvpStatus initAlloc(State** p, const T* t, int L, int, const D* d) { return zvpsFIRInitAlloc##SUF(p, t, L, d); } \
+    static ZvpStatus setTaps(const T* t, State* s, int) { return zvpsFIRSetTaps##SUF(t, s); }
+#define ITAPS(SUF)                                                                                               \
+    static constexpr bool kIntTaps = true;                                                                       \
+    static ZvpStatus init(State** p, const T* t, int L, int f, const D* d, Zvp8u* b) { return zvpsFIRInit##SUF(p, t, L, f, d, b); } \
+    static ZvpStatus initAlloc(State** p, const T* t, int L, int f, const D* d) { return zvpsFIRInitAlloc##SUF(p, t, L, f, d); } \
+    static ZvpStatus setTaps(const T* t, State* s, int f) { return zvpsFIRSetTaps##SUF(t, s, f); }
+#define PLAIN(SUF)                                                                                               \
+    static ZvpStatus fir(const D* x, D* y, int n, State* s, int) { return zvpsFIR##SUF(x, y, n, s); }           \
+    static ZvpStatus firI(D* x, int n, State* s, int) { return zvpsFIR##SUF##_I(x, n, s); }                     \
+    static ZvpStatus one(D x, D* y, State* s, int) { return zvpsFIROne##SUF(x, y, s); }
+#define SFS(SUF)                                                                                                 \
+    static ZvpStatus fir(const D* x, D* y, int n, State* s, int f) { return zvpsFIR##SUF##_Sfs(x, y, n, s, f); } \
+    static ZvpStatus firI(D* x, int n, State* s, int f) { return zvpsFIR##SUF##_ISfs(x, n, s, f); }             \
+    static ZvpStatus one(D x, D* y, State* s, int f) { return zvpsFIROne##SUF##_Sfs(x, y, s, f); }
+#define KIND(NAME, SUF, TT, DD, TAPS, CALLS, U, FAST, EXACT, AMP, TF)                                          \
+    struct NAME {                                                                                                \
+        using T = TT;                                                                                            \
+        using D = DD;                                                                                            \
+        using State = ZvpsFIRState##SUF;                                                                         \
+        static constexpr LD u = U;                                                                               \
+        static constexpr bool fast = FAST, exact = EXACT;                                                        \
+        static constexpr long amp = AMP;                                                                         \
+        static constexpr int tf = TF;                                                                            \
+        static ZvpStatus size(int L, int* s) { return zvpsFIRGetStateSize##SUF(L, s); }                          \
+        static ZvpStatus release(State* s) { return zvpsFIRFree##SUF(s); }                                       \
+        static ZvpStatus getTaps(const State* s, T* t) { return zvpsFIRGetTaps##SUF(s, t); }                     \
+        static ZvpStatus setDly(State* s, const D* d) { return zvpsFIRSetDlyLine##SUF(s, d); }                   \
+        static ZvpStatus getDly(const State* s, D* d) { return zvpsFIRGetDlyLine##SUF(s, d); }                   \
+        TAPS(SUF) CALLS(SUF)                                                                                     \
     };
 
 constexpr LD u32 = 0x1p-24L, u64 = 0x1p-53L;
@@ -118,18 +102,10 @@ KIND(K32s, _32s, Zvp32s, Zvp32s, ITAPS, SFS, u64, true, false, 1L << 24, 20)
 
 // ---- oracle
 
-template <class T>
-struct PartOf {
-    using type = T;
-};
-template <>
-struct PartOf<Zvp16sc> {
-    using type = Zvp16s;
-};
-template <>
-struct PartOf<Zvp32sc> {
-    using type = Zvp32s;
-};
+// The type of one part of an integer sample.
+template <class T> struct PartOf { using type = T; };
+template <> struct PartOf<Zvp16sc> { using type = Zvp16s; };
+template <> struct PartOf<Zvp32sc> { using type = Zvp32s; };
 
 template <class K>
 struct Case {
