@@ -3,6 +3,7 @@
 // of stream and multi-rate records, and the stream forms against their own
 // oracles.
 #include <gtest/gtest.h>
+#include <xmmintrin.h>
 
 #include <cmath>
 #include <cstring>
@@ -123,6 +124,32 @@ TEST(FirState, IntegerTiesAndSaturation) {
         EXPECT_EQ(yb, r.want) << "sf " << r.sf;
         zvpsFIRFree_16s(a);
         zvpsFIRFree32s_16s(b);
+    }
+}
+
+// Integer results do not depend on the caller's rounding mode or flushing:
+// float taps with 16s data over both methods, every rounding-control value.
+TEST(FirState, IntegerResultsIgnoreTheCallersFloatState) {
+    std::mt19937 g(5);
+    std::vector<float> taps(80);
+    for (auto& t : taps) t = std::uniform_real_distribution<float>(-1, 1)(g) * 1e-3f;
+    std::vector<short> x(1500);
+    for (auto& v : x) v = short(std::uniform_int_distribution<int>(-32768, 32767)(g));
+    std::vector<short> want;
+    for (unsigned csr : {0x1f80u, 0x3f80u | 0x8040u, 0x5f80u | 0x8040u, 0x7f80u}) {
+        ZvpsFIRState32f_16s* s = nullptr;
+        ASSERT_EQ(zvpsFIRInitAlloc32f_16s(&s, taps.data(), 80, nullptr), zvpStsNoErr);
+        std::vector<short> y(x.size());
+        const unsigned saved = _mm_getcsr();
+        _mm_setcsr(csr);
+        const ZvpStatus st1 = zvpsFIR32f_16s_Sfs(x.data(), y.data(), 1000, s, -3);
+        const ZvpStatus st2 = zvpsFIR32f_16s_Sfs(x.data() + 1000, y.data() + 1000, 500, s, -3);
+        _mm_setcsr(saved);
+        ASSERT_EQ(st1, zvpStsNoErr);
+        ASSERT_EQ(st2, zvpStsNoErr);
+        if (want.empty()) want = y;
+        EXPECT_EQ(y, want) << std::hex << csr;
+        zvpsFIRFree32f_16s(s);
     }
 }
 
