@@ -47,27 +47,28 @@ struct Kind {
 };
 
 // clang-format off
-using K32f      = Kind<float,   float,   float, NoITaps,     false, true,  tagOf('0','1'), kNone, tagOf('0','3'), tagOf('3','3'), tagOf('3','4')>;
-using K32fc     = Kind<Zvp32fc, Zvp32fc, Zvp32fc, NoITaps,     false, true,  tagOf('0','2'), kNone, tagOf('0','4')>;
-using K32f16s   = Kind<float,   Zvp16s,  float, NoITaps,     false, true,  tagOf('0','5'), kNone, tagOf('0','7')>;
-using K32fc16sc = Kind<Zvp32fc, Zvp16sc, Zvp32fc, NoITaps,     false, true,  tagOf('0','6'), kNone, tagOf('0','8')>;
-using K32s16s   = Kind<double,  Zvp16s,  Zvp32s,  Zvp32s,       true,  false, tagOf('0','9'), kNone, tagOf('1','1')>;
-using K32sc16sc = Kind<Zvp64fc, Zvp16sc, Zvp32sc, Zvp32sc,      true,  false, tagOf('1','0'), kNone, tagOf('1','2')>;
-using K64f      = Kind<double,  double,  double, NoITaps,     false, true,  tagOf('1','3'), kNone, tagOf('1','5')>;
-using K64fc     = Kind<Zvp64fc, Zvp64fc, Zvp64fc, NoITaps,     false, true,  tagOf('1','4'), kNone, tagOf('1','6')>;
-using K64f32f   = Kind<double,  float,   double, NoITaps,     false, true,  tagOf('1','7'), kNone, tagOf('1','9')>;
-using K64fc32fc = Kind<Zvp64fc, Zvp32fc, Zvp64fc, NoITaps,     false, true,  tagOf('1','8'), kNone, tagOf('2','0')>;
+using K32f      = Kind<float,   float,   float,   NoITaps, false, true,  tagOf('0','1'), kNone, tagOf('0','3'), tagOf('3','3'), tagOf('3','4')>;
+using K32fc     = Kind<Zvp32fc, Zvp32fc, Zvp32fc, NoITaps, false, true,  tagOf('0','2'), kNone, tagOf('0','4')>;
+using K32f16s   = Kind<float,   Zvp16s,  float,   NoITaps, false, true,  tagOf('0','5'), kNone, tagOf('0','7')>;
+using K32fc16sc = Kind<Zvp32fc, Zvp16sc, Zvp32fc, NoITaps, false, true,  tagOf('0','6'), kNone, tagOf('0','8')>;
+using K32s16s   = Kind<double,  Zvp16s,  Zvp32s,  Zvp32s,  true,  false, tagOf('0','9'), kNone, tagOf('1','1')>;
+using K32sc16sc = Kind<Zvp64fc, Zvp16sc, Zvp32sc, Zvp32sc, true,  false, tagOf('1','0'), kNone, tagOf('1','2')>;
+using K64f      = Kind<double,  double,  double,  NoITaps, false, true,  tagOf('1','3'), kNone, tagOf('1','5')>;
+using K64fc     = Kind<Zvp64fc, Zvp64fc, Zvp64fc, NoITaps, false, true,  tagOf('1','4'), kNone, tagOf('1','6')>;
+using K64f32f   = Kind<double,  float,   double,  NoITaps, false, true,  tagOf('1','7'), kNone, tagOf('1','9')>;
+using K64fc32fc = Kind<Zvp64fc, Zvp32fc, Zvp64fc, NoITaps, false, true,  tagOf('1','8'), kNone, tagOf('2','0')>;
 // 64f taps with 32s data and the 32s filter with 32s taps: one record kind.
-using K64f32s   = Kind<double,  Zvp32s,  double,  Zvp32s,       false, true,  tagOf('2','1'), kNone, tagOf('2','3')>;
-using K32s      = Kind<double,  Zvp32s,  Zvp32s,  Zvp32s,       true,  true,  tagOf('2','1'), kNone, tagOf('2','3')>;
-using K64fc32sc = Kind<Zvp64fc, Zvp32sc, Zvp64fc, NoITaps,     false, true,  tagOf('2','2'), kNone, tagOf('2','4')>;
-using K64f16s   = Kind<double,  Zvp16s,  double, NoITaps,     false, true,  tagOf('2','5'), kNone, tagOf('2','7')>;
-using K64fc16sc = Kind<Zvp64fc, Zvp16sc, Zvp64fc, NoITaps,     false, true,  tagOf('2','6'), kNone, tagOf('2','8')>;
-using K16s      = Kind<double,  Zvp16s,  Zvp16s,  Zvp16s,       true,  false, tagOf('2','9'), tagOf('3','0'), kNone, tagOf('3','1'), tagOf('3','2')>;
+using K64f32s   = Kind<double,  Zvp32s,  double,  Zvp32s,  false, true,  tagOf('2','1'), kNone, tagOf('2','3')>;
+using K32s      = Kind<double,  Zvp32s,  Zvp32s,  Zvp32s,  true,  true,  tagOf('2','1'), kNone, tagOf('2','3')>;
+using K64fc32sc = Kind<Zvp64fc, Zvp32sc, Zvp64fc, NoITaps, false, true,  tagOf('2','2'), kNone, tagOf('2','4')>;
+using K64f16s   = Kind<double,  Zvp16s,  double,  NoITaps, false, true,  tagOf('2','5'), kNone, tagOf('2','7')>;
+using K64fc16sc = Kind<Zvp64fc, Zvp16sc, Zvp64fc, NoITaps, false, true,  tagOf('2','6'), kNone, tagOf('2','8')>;
+using K16s      = Kind<double,  Zvp16s,  Zvp16s,  Zvp16s,  true,  false, tagOf('2','9'), tagOf('3','0'), kNone, tagOf('3','1'), tagOf('3','2')>;
 // clang-format on
 
 // The two record layouts that must agree because they share a tag.
-static_assert(sizeof(K64f32s::ITaps) == sizeof(K32s::ITaps));
+static_assert(K64f32s::itapBytes == K32s::itapBytes && K64f32s::fast == K32s::fast &&
+              std::is_same_v<K64f32s::W, K32s::W> && std::is_same_v<K64f32s::D, K32s::D>);
 
 // ---- the multi-rate dispatch point
 
