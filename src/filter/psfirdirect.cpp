@@ -20,6 +20,7 @@
 #include "int128.h"
 #include "p8/firdirect.h"
 #include "scale.h"
+#include "workbuf.h"
 
 namespace zvp::p8 {
 namespace {
@@ -52,23 +53,37 @@ void run(const D* src, D* dst, std::ptrdiff_t n, std::ptrdiff_t len, D* dly, int
         dly[q <= i0 ? q : q + len] = src[t];
         if (++q == len) q = 0;
     }
-    std::ptrdiff_t t = n - 1;
-    for (; t - 1 >= len - 1; t -= 2) {
-        D o[2];
-        f.two(src + (t - len), o);
-        dst[t - 1] = o[0];
-        dst[t] = o[1];
-    }
-    for (; t >= 0; --t) {
-        if (t >= len - 1) dst[t] = f.one(src + (t - len + 1), len, nullptr);
-        else dst[t] = f.one(dly + (i0 + t + 1), len - 1 - t, src);
-    }
+    if (n > len - 1) f.bulk(src, dst, len - 1, n);
+    for (std::ptrdiff_t t = (n < len - 1 ? n : len - 1) - 1; t >= 0; --t)
+        dst[t] = f.one(dly + (i0 + t + 1), len - 1 - t, src);
     for (std::ptrdiff_t t = n - kept, q = q0; t < n; ++t) {
         if (q <= i0) dly[q + len] = dly[q];
         else dly[q] = dly[q + len];
         if (++q == len) q = 0;
     }
     *pIdx = int(((long long)i0 + n) % len);
+}
+
+// Outputs lo .. hi-1 of whole windows in the source, last first, two at a
+// time: an output is written only after every window that reads its input.
+template <class D, class F>
+void bulkDirect(const F& f, const D* src, D* dst, std::ptrdiff_t len, std::ptrdiff_t lo, std::ptrdiff_t hi) {
+    std::ptrdiff_t t = hi - 1;
+    for (; t - 1 >= lo; t -= 2) {
+        D o[2];
+        f.two(src + (t - len), o);
+        dst[t - 1] = o[0];
+        dst[t] = o[1];
+    }
+    if (t == lo) dst[t] = f.one(src + (t - len + 1), len, nullptr);
+}
+
+// Element conversion into the accumulator type (exact).
+template <class A, class E>
+inline A toAcc(const E& v) {
+    using S = typename Elem<A>::S;
+    if constexpr (Elem<A>::K == 2) return A{S(v.re), S(v.im)};
+    else return A(v);
 }
 
 // Floating-point taps: the dot product in A, then the output type D (a
@@ -97,6 +112,38 @@ struct FloatFilter {
         o[0] = fin(s[0]);
         o[1] = fin(s[1]);
     }
+
+    // Long runs convert the taps and, a chunk at a time, the source into
+    // the accumulator type first, so the kernel loads instead of converting
+    // every sample once per window. The values are the same (every
+    // conversion is exact), so the results are too. Without the memory the
+    // run is filtered straight from the source.
+    void bulk(const D* src, D* dst, std::ptrdiff_t lo, std::ptrdiff_t hi) const {
+        constexpr std::ptrdiff_t kChunk = 1024;
+        const std::ptrdiff_t count = hi - lo, chunk = count < kChunk ? count : kChunk;
+        const long long bytes = (2LL * len + chunk + 8) * (long long)sizeof(A);
+        WorkBuffer wb;
+        if (count < 32 || bytes > 0x7fffffffLL || !wb.allocate(int(bytes))) {
+            bulkDirect<D>(*this, src, dst, len, lo, hi);
+            return;
+        }
+        A* ht = alignUp(wb.as<A>(), 16);
+        A* buf = ht + len;
+        for (std::ptrdiff_t k = 0; k < len; ++k) ht[k] = toAcc<A>(taps[k]);
+        for (std::ptrdiff_t top = hi; top > lo; top -= chunk) {
+            const std::ptrdiff_t bot = top - chunk > lo ? top - chunk : lo;
+            const D* s0 = src + (bot - len + 1);
+            for (std::ptrdiff_t i = 0, m = top - bot + len - 1; i < m; ++i) buf[i] = toAcc<A>(s0[i]);
+            std::ptrdiff_t t = top - 1;
+            for (; t - 1 >= bot; t -= 2) {
+                A s[2];
+                Dot<A, A, A>::two(ht, len, buf + (t - 1 - bot), s);
+                dst[t - 1] = fin(s[0]);
+                dst[t] = fin(s[1]);
+            }
+            if (t == bot) dst[t] = fin(Dot<A, A, A>::one(ht, len, buf, len, nullptr));
+        }
+    }
 };
 
 // Integer taps: the exact sum, then the scale rule with the total shift.
@@ -116,6 +163,9 @@ struct IntFilter {
     void two(const D* w, D* o) const {
         o[0] = one(w, len, nullptr);
         o[1] = one(w + 1, len, nullptr);
+    }
+    void bulk(const D* src, D* dst, std::ptrdiff_t lo, std::ptrdiff_t hi) const {
+        bulkDirect<D>(*this, src, dst, len, lo, hi);
     }
 };
 

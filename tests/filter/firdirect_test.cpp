@@ -18,6 +18,7 @@
 #include <vector>
 #include <xmmintrin.h>
 
+#include "alloc_count.h"
 #include "sentinel.h"
 #include "wide_int.h"
 #include "zvps.h"
@@ -164,7 +165,8 @@ template <class E> bool same(const E* a, const E* b, std::size_t n) { return std
 // index 0, in the middle and at tapsLen-1 (wraps at once).
 struct Case { int taps, n, idx; };
 const Case kCases[] = {{1, 5, 0},   {3, 1, 2},   {7, 20, 6},   {8, 8, 0},   {8, 3, 7},    {9, 40, 4},
-                       {16, 15, 15}, {17, 17, 0}, {23, 61, 11}, {33, 100, 32}, {40, 39, 1}, {64, 200, 63}};
+                       {16, 15, 15}, {17, 17, 0}, {23, 61, 11}, {33, 100, 32}, {40, 39, 1}, {64, 200, 63},
+                       {5, 2100, 3}};  // chunks of the converted source
 
 template <class P>
 void runCases(const P& p) {
@@ -264,6 +266,29 @@ TEST(FirDirect, ModelAgreesWithLongDouble) {
             }
         }
     });
+}
+
+// Long runs borrow work memory for converted taps and source; without it
+// they filter straight from the source, to the same bits, and report no error.
+TEST(FirDirect, WithoutWorkMemorySameBits) {
+    namespace alloc = zvp::test::alloc;
+    for (int L : {3, 24, 64}) {
+        const auto h = rndVec<Zvp64fc>(L, 5);
+        const auto x = rndVec<Zvp32fc>(3000, 6);
+        std::vector<Zvp32fc> y[2], dly[2];
+        int idx[2] = {1, 1};
+        for (int k = 0; k < 2; ++k) {
+            y[k].resize(x.size());
+            dly[k].assign(2 * L, Zvp32fc{0.5f, -0.25f});
+            alloc::reset(k);  // k = 1: the first allocation fails
+            ASSERT_EQ(zvpsFIR64fc_Direct_32fc(x.data(), y[k].data(), 3000, h.data(), L, dly[k].data(), &idx[k]), zvpStsNoErr);
+            EXPECT_EQ(alloc::calls, 1);
+            EXPECT_EQ(alloc::live, 0);
+        }
+        EXPECT_TRUE(same(y[0].data(), y[1].data(), x.size())) << L;
+        EXPECT_TRUE(same(dly[0].data(), dly[1].data(), 2 * L)) << L;
+        EXPECT_EQ(idx[0], idx[1]);
+    }
 }
 
 // Errors in the documented order, with destination, delay line and index
