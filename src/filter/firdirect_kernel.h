@@ -232,6 +232,46 @@ struct IntDot {
     }
 };
 
+// 16-bit taps on 16-bit data, eight terms at a time: the pairwise product
+// sums of 16-bit lanes lie in [-2^31 + 2^16, 2^31], so one less than each
+// fits 32 bits even where the lane itself wrapped; those are widened and
+// summed in 64 bits, and the ones taken away are added back at the end.
+template <>
+struct IntDot<Zvp16s, Zvp16s> {
+    struct Out {
+        Int128 re, im;
+    };
+    using W = Full<std::int16_t>;
+    using I32 = Full<std::int32_t>;
+    using I64 = Full<std::int64_t>;
+
+    static void step(__m128i& acc, const Zvp16s* last8, const Zvp16s* w8) {
+        const __m128i h = W::reverse(W::load(last8));
+        const __m128i p = I32::sub(W::maddPairs(W::load(w8), h), I32::set1(1));
+        acc = I64::add(acc, I64::add(I32::widenLo(p), I32::widenHi(p)));
+    }
+    static Out one(const Zvp16s* taps, std::ptrdiff_t len, const Zvp16s* a, std::ptrdiff_t na, const Zvp16s* b) {
+        const std::ptrdiff_t t8 = len & ~std::ptrdiff_t(7);
+        __m128i acc = I64::zero();
+        std::ptrdiff_t j = 0;
+        for (; j < t8 && j + 8 <= na; j += 8) step(acc, taps + (len - 8 - j), a + j);
+        if (j < t8 && j < na) {
+            Zvp16s tmp[8];
+            for (int i = 0; i < 8; ++i) tmp[i] = j + i < na ? a[j + i] : b[j + i - na];
+            step(acc, taps + (len - 8 - j), tmp);
+            j += 8;
+        }
+        for (; j < t8; j += 8) step(acc, taps + (len - 8 - j), b + (j - na));
+        alignas(16) std::int64_t lanes[2];
+        I64::storea(lanes, acc);
+        std::int64_t s = lanes[0] + lanes[1] + std::int64_t(t8 / 2);
+        for (; j < len; ++j) s += std::int64_t(taps[len - 1 - j]) * (j < na ? a[j] : b[j - na]);
+        Out o;
+        o.re = Int128::from(s);
+        return o;
+    }
+};
+
 // ---- conversion of a result to the output type
 
 // v * 2^-sf rounded to nearest with ties to even and saturated to D; NaN
