@@ -32,7 +32,14 @@ extern "C" {
  * the _I/_ISfs block forms filter pSrcDst in place. FIROne..._Direct_...
  * filters the one sample src into *pDstVal; their _I/_ISfs forms read and
  * replace the one sample *pSrcDst. Apart from an in-place call's source and
- * destination, no two arrays may overlap.
+ * destination (the same pointer), no two arrays may overlap.
+ *
+ * Memory: a block call with floating-point taps whose run past the first
+ * tapsLen-1 outputs has 32 or more samples takes one work block from the
+ * library allocator (the taps and up to 1024 + tapsLen samples converted
+ * to the accumulator type) and releases it before returning. If the block
+ * cannot be had, the call filters without it, to the same results, and
+ * still succeeds. Nothing else is allocated.
  *
  * Checks, in order, with nothing written (destination, delay line, index)
  * on error:

@@ -335,23 +335,30 @@ TEST(FirDirect, CheckOrderWritesNothing) {
 // Integer results at the edges of the scale rule: ties to even, saturation,
 // extreme factors, taps whose 64-bit sum would overflow, and float sums that
 // a directed rounding mode or flushing would move across a tie. Each row is
-// one sample through the one-sample form, after `hist` (oldest first).
-struct Edge { const char* pairing; std::vector<double> taps, hist, x; int tf, sf; };
+// one sample through the one-sample form after `hist` (oldest first); taps
+// are (v, 0) and samples (v, v) for complex types; `want` is worked out by
+// hand (both parts).
+struct Edge { const char* pairing; std::vector<double> taps, hist, x; int tf, sf; double want; };
+const std::vector<double> kBigTaps(140000, -2147483648.0), kBigHist(139999, -32768);
 const Edge kEdges[] = {
-    {"_16s_Sfs", {1}, {}, {3}, 0, 1}, {"_16s_Sfs", {1}, {}, {5}, 0, 1}, {"_16s_Sfs", {1}, {}, {-3}, 0, 1},
-    {"_16s_Sfs", {1}, {}, {-1}, 0, 1}, {"_16s_Sfs", {32767, 32767}, {32767}, {32767}, 0, 0},
-    {"_16s_Sfs", {32767, 32767}, {32767}, {-32768}, 0, 0}, {"_16s_Sfs", {-32768, -32768}, {-32768}, {-32768}, 0, 16},
-    {"_16s_Sfs", {-32768, -32768}, {-32768}, {-32768}, 0, 32}, {"_16s_Sfs", {1}, {}, {-20000}, 0, -1},
-    {"_16s_Sfs", std::vector<double>(19, -32768), std::vector<double>(18, -32768), {-32768}, 0, 20},
-    {"_16s_Sfs", {1}, {}, {1}, 0, INT_MIN}, {"_16s_Sfs", {1}, {}, {0}, 0, INT_MIN}, {"_16s_Sfs", {1}, {}, {32767}, 0, INT_MAX},
-    {"32s_16s_Sfs", {3}, {}, {5}, 1, 0}, {"32s_16s_Sfs", {3}, {}, {-1}, 1, 0}, {"32s_16s_Sfs", {-2147483648.0}, {}, {-32768}, INT_MAX, INT_MAX},
-    {"32s_16s_Sfs", {1}, {}, {-1}, INT_MIN, INT_MIN}, {"32s_16s_Sfs", {-2147483648.0}, {}, {-32768}, 40, -20},
-    {"32s_16s_Sfs", std::vector<double>(140000, -2147483648.0), std::vector<double>(139999, -32768), {-32768}, 30, 20},
-    {"32sc_16sc_Sfs", std::vector<double>(140000, -2147483648.0), std::vector<double>(139999, -32768), {32767}, 40, 0},
-    {"32f_16s_Sfs", {0.5}, {}, {7}, 0, 0}, {"32f_16s_Sfs", {0.5, 0x1p-25}, {1}, {5}, 0, 0},
-    {"64f_16s_Sfs", {0.5, 0x1p-55}, {1}, {5}, 0, 0}, {"32fc_16sc_Sfs", {0.5, 0x1p-25}, {1}, {5}, 0, 0},
-    {"64f_32s_Sfs", {2}, {}, {1073741824}, 0, 0}, {"64f_32s_Sfs", {2}, {}, {-2147483648.0}, 0, -1},
-    {"64f_32s_Sfs", {NAN}, {}, {5}, 0, 0}, {"64fc_32sc_Sfs", {-1}, {}, {-2147483648.0}, 0, 0},
+    {"_16s_Sfs", {1}, {}, {3}, 0, 1, 2}, {"_16s_Sfs", {1}, {}, {5}, 0, 1, 2}, {"_16s_Sfs", {1}, {}, {-3}, 0, 1, -2},
+    {"_16s_Sfs", {1}, {}, {-1}, 0, 1, 0}, {"_16s_Sfs", {32767, 32767}, {32767}, {32767}, 0, 0, 32767},
+    {"_16s_Sfs", {32767, 32767}, {32767}, {-32768}, 0, 0, -32767},
+    {"_16s_Sfs", {-32768, -32768}, {-32768}, {-32768}, 0, 16, 32767},
+    {"_16s_Sfs", {-32768, -32768}, {-32768}, {-32768}, 0, 32, 0},  // 1/2
+    {"_16s_Sfs", std::vector<double>(19, -32768), std::vector<double>(18, -32768), {-32768}, 0, 20, 19456},
+    {"_16s_Sfs", {1}, {}, {-20000}, 0, -1, -32768}, {"_16s_Sfs", {1}, {}, {1}, 0, INT_MIN, 32767},
+    {"_16s_Sfs", {1}, {}, {0}, 0, INT_MIN, 0}, {"_16s_Sfs", {1}, {}, {32767}, 0, INT_MAX, 0},
+    {"32s_16s_Sfs", {3}, {}, {5}, 1, 0, 8}, {"32s_16s_Sfs", {3}, {}, {-1}, 1, 0, -2},
+    {"32s_16s_Sfs", {-2147483648.0}, {}, {-32768}, INT_MAX, INT_MAX, 0},
+    {"32s_16s_Sfs", {1}, {}, {-1}, INT_MIN, INT_MIN, -32768},
+    {"32s_16s_Sfs", {-2147483648.0}, {}, {-32768}, 40, -20, 32767},
+    {"32s_16s_Sfs", kBigTaps, kBigHist, {-32768}, 30, 20, 8750},    // 140000 * 2^46 / 2^50
+    {"32sc_16sc_Sfs", kBigTaps, kBigHist, {32767}, 40, 10, 8750},   // (139999 * 2^46 - 32767 * 2^31) / 2^50
+    {"32f_16s_Sfs", {0.5}, {}, {7}, 0, 0, 4}, {"32f_16s_Sfs", {0.5, 0x1p-25}, {1}, {5}, 0, 0, 2},
+    {"64f_16s_Sfs", {0.5, 0x1p-55}, {1}, {5}, 0, 0, 2}, {"32fc_16sc_Sfs", {0.5, 0x1p-25}, {1}, {5}, 0, 0, 2},
+    {"64f_32s_Sfs", {2}, {}, {1073741824}, 0, 0, 2147483647}, {"64f_32s_Sfs", {2}, {}, {-2147483648.0}, 0, -1, -2147483648.0},
+    {"64f_32s_Sfs", {NAN}, {}, {5}, 0, 0, 0}, {"64fc_32sc_Sfs", {-1}, {}, {-2147483648.0}, 0, 0, 2147483647},
 };
 
 TEST(FirDirect, IntegerEdgesUnderEveryRoundingMode) {
@@ -363,11 +370,13 @@ TEST(FirDirect, IntegerEdgesUnderEveryRoundingMode) {
             if (std::strcmp(p.name, e.pairing) != 0) return;
             const int L = int(e.taps.size());
             std::vector<T> h;
-            for (double v : e.taps) h.push_back(mk<T>(v, kCplx<T> ? v : 0));
+            for (double v : e.taps) h.push_back(mk<T>(v, 0));
             std::vector<D> win(L - e.hist.size() - 1);
             for (double v : e.hist) win.push_back(mk<D>(v, v));
             win.push_back(mk<D>(e.x[0], e.x[0]));
             const D want = model<P>(h, win, e.tf, e.sf);
+            EXPECT_EQ(re(want), e.want) << p.name << " model";
+            EXPECT_EQ(im(want), kCplx<D> ? e.want : 0) << p.name << " model";
             std::vector<D> hist(win.begin(), win.end() - 1);
             hist.insert(hist.begin(), D{});
             for (int mode : {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
@@ -384,27 +393,6 @@ TEST(FirDirect, IntegerEdgesUnderEveryRoundingMode) {
                 EXPECT_EQ(im(y), im(want)) << p.name << " x " << e.x[0] << " sf " << e.sf << " mode " << mode;
             }
         });
-}
-
-// The model's expectations at the ties and bounds, written out.
-TEST(FirDirect, IntegerEdgeValuesByHand) {
-    const std::pair<int, int> rows[] = {{3, 2}, {5, 2}, {-3, -2}, {-1, 0}};  // x / 2, ties to even
-    for (auto [x, want] : rows) {
-        Zvp16s h = 1, dly[2] = {}, y = 7;
-        int idx = 0;
-        ASSERT_EQ(zvpsFIROne_Direct_16s_Sfs(Zvp16s(x), &y, &h, 1, dly, &idx, 1), zvpStsNoErr);
-        EXPECT_EQ(y, want) << x;
-    }
-    Zvp32s h32[2] = {3, 3};
-    Zvp16s src[3] = {1, 5, -32768}, dst[3], dly[4] = {};
-    int idx = 1;
-    ASSERT_EQ(zvpsFIR32s_Direct_16s_Sfs(src, dst, 3, h32, 2, 1, dly, &idx, 0), zvpStsNoErr);
-    EXPECT_EQ(dst[0], 2);       // 3/2
-    EXPECT_EQ(dst[1], 9);       // 18/2
-    EXPECT_EQ(dst[2], -32768);  // -98289/2 saturated
-    EXPECT_EQ(idx, 0);
-    const Zvp16s wantDly[4] = {5, -32768, 5, -32768};
-    EXPECT_TRUE(same(dly, wantDly, 4));
 }
 
 }  // namespace
