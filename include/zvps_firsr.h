@@ -52,7 +52,8 @@ extern "C" {
  * F = spec part and F' = buf part for 32f; F = buf part and F' = spec part
  * for 64f and 32fc. 64fc has no fast-transform path (F = 0). k is the larger
  * of (smallest j >= 1 with 2^j >= 2L) + 1 and min(smallest j with 2^j >= 8L,
- * 14): each transform of M points yields M - L + 1 outputs. When that
+ * 13): each transform of M points yields M - L + 1 outputs (blocks of about
+ * 8L points run fastest here until they outgrow the cache at 8192). When that
  * transform cannot be had (its size query fails, or its sizes leave the int
  * range) both terms are 0 and the filter is direct only.
  * The 32768 bytes are the chunk area of the aliasing path (8192 32f samples,

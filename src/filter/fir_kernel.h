@@ -148,9 +148,9 @@ inline void staggerGroups(const float* s, std::ptrdiff_t S, const float* x, std:
     }
 }
 
-// Groups of four outputs per block on x86-64 (two share the tap loads);
+// Groups of four outputs per block on x86-64 (three share the tap loads);
 // one on i386, whose eight registers hold four sums and four taps.
-inline constexpr int kGroups = sizeof(void*) == 8 ? 2 : 1;
+inline constexpr int kGroups = sizeof(void*) == 8 ? 3 : 1;
 
 }  // namespace detail
 

@@ -89,7 +89,7 @@ template <class E>
 FftSizes fftSizes(long long L) {
     FftSizes z;
     if constexpr (Kind<E>::kFft) {
-        const int k = std::max(fftconv::overlapOrder(L), std::min(fftconv::orderFor(8 * L, 1), 14));
+        const int k = std::max(fftconv::overlapOrder(L), std::min(fftconv::orderFor(8 * L, 1), 13));
         if (k > 30) return z;
         int s = 0, i = 0, w = 0;
         if (fftconv::Fft<E>::size(k, &s, &i, &w) < 0) return z;

@@ -42,7 +42,7 @@ Fft fftTerms(ZvpDataType dt, long long L) {
     while ((1LL << j) < 2 * L) ++j;
     int j8 = 0;
     while ((1LL << j8) < 8 * L) ++j8;
-    const int k = std::max(j + 1, std::min(j8, 14));
+    const int k = std::max(j + 1, std::min(j8, 13));
     int s = 0, i = 0, w = 0;
     const int f = ZVP_FFT_DIV_INV_BY_N;
     long long e = 8, d = 8 * L;
