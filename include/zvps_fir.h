@@ -52,6 +52,12 @@
  * fast path cannot be prepared, Init still succeeds and every call runs the
  * direct kernel. FIROne always runs the direct single-sample kernel on the
  * same delay line.
+ * The single-precision direct kernel multiplies four outputs at a time by one
+ * tap below 128 taps; from 128 taps it reads the four staggered copies, whose
+ * zero padding meets the up to three samples beside an output's window: an
+ * infinite or NaN sample there makes that output NaN as well (finite samples
+ * are unaffected). A direct output never depends on how the stream is split
+ * into calls.
  *
  * Statuses, in this order:
  * - GetStateSize: pStateSize null zvpStsNullPtrErr (-8); tapsLen < 1

@@ -27,6 +27,7 @@
 
 #include "check.h"
 #include "fftconv.h"
+#include "fir_kernel.h"
 #include "fir_tags.h"
 #include "fpguard.h"
 #include "lane_float.h"
@@ -152,10 +153,20 @@ inline D narrowFloat(const W& v) {
 // ---- the direct block kernel
 
 // y[i] = sum_{j<L} taps[j] * x[i + L - 1 - j], i < n, over a contiguous
-// [L - 1 history | n inputs]. The one entry of every block filter.
+// [L - 1 history | n inputs]. The one entry of every block filter. Single
+// precision reads the record's prepared taps: the broadcast copy below
+// kBroadcastMax taps, where four outputs per tap multiply run fastest, the
+// staggered copies from there on; every other type reads the natural taps.
+inline constexpr std::ptrdiff_t kBroadcastMax = 128;
+
 template <class W>
-inline void firBlock(const W* taps, std::ptrdiff_t L, const W* x, W* y, std::ptrdiff_t n) {
-    mac::slidingMac<W, false>(taps, L, x, n + L - 1, L - 1, -1, y, n);
+inline void firBlock(const Record<W>* r, const W* x, W* y, std::ptrdiff_t n) {
+    const std::ptrdiff_t L = r->tapsLen;
+    if constexpr (std::is_same_v<W, float>) {
+        if (r->btaps && L < kBroadcastMax) return firk::filterBroadcast(r->btaps, L, x, y, n);
+        if (r->rtaps) return firk::filterStaggered(r->rtaps, L, x, y, n);
+    }
+    firk::firBlock(r->taps, L, x, y, n);
 }
 
 // One output from the newest sample x and the history, newest first.
@@ -301,9 +312,9 @@ inline void directPath(Record<W>* r, const W* x, W* y, std::ptrdiff_t n) {
         W* nat = r->dly + L;  // [L - 1 history | m inputs], oldest first
         for (std::ptrdiff_t t = 0; t < L1; ++t) nat[t] = r->dly[L1 - 1 - t];
         std::memcpy(static_cast<void*>(nat + L1), x, std::size_t(m) * sizeof(W));
-        firBlock(r->taps, L, nat, y, m);
+        firBlock(r, nat, y, m);
     }
-    if (n > m) firBlock(r->taps, L, x + m - L1, y + m, n - m);
+    if (n > m) firBlock(r, x + m - L1, y + m, n - m);
 }
 
 template <class W>
