@@ -79,8 +79,8 @@ struct Fft<double> {
     static ZvpStatus mulConj(const double* h, double* x, int n) { return p8::zvpsMulPackConj_64f_I(h, x, n); }
 };
 
-// x[i] := x[i] * conj(h[i]) on n complex values.
-template <class E>
+// x[i] := x[i] * h[i] (Conj: x[i] * conj(h[i])) on n complex values.
+template <class E, bool Conj = true>
 inline void mulConjCplx(const E* h, E* x, std::ptrdiff_t n) {
     using S = typename mac::Elem<E>::S;
     using F = Full<S>;
@@ -88,9 +88,11 @@ inline void mulConjCplx(const E* h, E* x, std::ptrdiff_t n) {
     const S* hs = reinterpret_cast<const S*>(h);
     S* xs = reinterpret_cast<S*>(x);
     constexpr int V = F::N / 2;
+    auto tapF = [](typename F::R v) { return Conj ? F::conj(v) : v; };
+    auto tapO = [](typename O::R v) { return Conj ? O::conj(v) : v; };
     std::ptrdiff_t i = 0;
-    for (; i + V <= n; i += V) F::store(xs + 2 * i, F::cmul(F::load(xs + 2 * i), F::conj(F::load(hs + 2 * i))));
-    for (; i < n; ++i) O::store(xs + 2 * i, O::cmul(O::load(xs + 2 * i), O::conj(O::load(hs + 2 * i))));
+    for (; i + V <= n; i += V) F::store(xs + 2 * i, F::cmul(F::load(xs + 2 * i), tapF(F::load(hs + 2 * i))));
+    for (; i < n; ++i) O::store(xs + 2 * i, O::cmul(O::load(xs + 2 * i), tapO(O::load(hs + 2 * i))));
 }
 
 template <>

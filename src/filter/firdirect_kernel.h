@@ -29,6 +29,7 @@
 #include "int128.h"
 #include "lane.h"
 #include "level.h"
+#include "mac_kernel.h"
 #include "scale.h"
 #include "zvptypes.h"
 
@@ -36,31 +37,7 @@ namespace zvp::ZVP_LEVEL::firdirect {
 
 // ---- element types: the scalar of an element and how many make one
 
-template <class E>
-struct Elem {
-    using S = E;
-    static constexpr int K = 1;
-};
-template <>
-struct Elem<Zvp16sc> {
-    using S = Zvp16s;
-    static constexpr int K = 2;
-};
-template <>
-struct Elem<Zvp32sc> {
-    using S = Zvp32s;
-    static constexpr int K = 2;
-};
-template <>
-struct Elem<Zvp32fc> {
-    using S = Zvp32f;
-    static constexpr int K = 2;
-};
-template <>
-struct Elem<Zvp64fc> {
-    using S = Zvp64f;
-    static constexpr int K = 2;
-};
+using mac::Elem;
 
 template <class E>
 inline const typename Elem<E>::S* scalars(const E* p) {

@@ -53,6 +53,16 @@ struct Elem<Zvp64fc> {
     using S = double;
     static constexpr int K = 2;
 };
+template <>
+struct Elem<Zvp16sc> {
+    using S = Zvp16s;
+    static constexpr int K = 2;
+};
+template <>
+struct Elem<Zvp32sc> {
+    using S = Zvp32s;
+    static constexpr int K = 2;
+};
 
 template <class E>
 inline constexpr bool isComplex = Elem<E>::K == 2;

@@ -143,20 +143,6 @@ struct Seq {
     bool contiguous() const { return hist != nullptr && hist + l1 == src; }
 };
 
-// x[i] *= h[i] on m complex values.
-template <class E>
-void mulCplx(const E* h, E* x, std::ptrdiff_t m) {
-    using S = typename mac::Elem<E>::S;
-    using F = Full<S>;
-    using O = Pair<S>;
-    const S* hs = reinterpret_cast<const S*>(h);
-    S* xs = reinterpret_cast<S*>(x);
-    constexpr int V = F::N / 2;
-    std::ptrdiff_t i = 0;
-    for (; i + V <= m; i += V) F::store(xs + 2 * i, F::cmul(F::load(xs + 2 * i), F::load(hs + 2 * i)));
-    for (; i < m; ++i) O::store(xs + 2 * i, O::cmul(O::load(xs + 2 * i), O::load(hs + 2 * i)));
-}
-
 template <class E>
 ZvpStatus forward(E* d, const Header* h, Zvp8u* work) {
     using Sp = typename fftconv::Fft<E>::Spec;
@@ -181,7 +167,7 @@ ZvpStatus fftRun(const Header* h, const Seq<E>& x, E* y, std::ptrdiff_t n, Zvp8u
             x.copy(seg, q, m);
             ZVP_RETURN_IF_ERROR(forward(seg, h, work));
             if constexpr (mac::isComplex<E>) {
-                mulCplx(hs, seg, m);
+                fftconv::mulConjCplx<E, false>(hs, seg, m);
                 ZVP_RETURN_IF_ERROR(fftconv::Fft<E>::invPack(seg, sp, work));
             } else {
                 ZVP_RETURN_IF_ERROR(fftconv::Fft<E>::mulPerm(hs, seg, int(m)));
