@@ -195,15 +195,7 @@ struct Spectral {
     // x *= h, element by element (Perm layout for real data).
     static ZvpStatus mul(const W* h, W* x, std::ptrdiff_t n) {
         if constexpr (isCplx<W>) {
-            using S = typename mac::Elem<W>::S;
-            using L = Full<S>;
-            using O = Pair<S>;
-            const S* hs = reinterpret_cast<const S*>(h);
-            S* xs = reinterpret_cast<S*>(x);
-            constexpr int V = L::N / 2;
-            std::ptrdiff_t i = 0;
-            for (; i + V <= n; i += V) L::store(xs + 2 * i, L::cmul(L::load(xs + 2 * i), L::load(hs + 2 * i)));
-            for (; i < n; ++i) O::store(xs + 2 * i, O::cmul(O::load(xs + 2 * i), O::load(hs + 2 * i)));
+            fftconv::mulConjCplx<W, false>(h, x, n);
             return zvpStsNoErr;
         } else {
             return F::mulPerm(h, x, int(n));
